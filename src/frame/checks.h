@@ -1,0 +1,45 @@
+// Argument checks. An export calls them in its documented order, each through
+// PXK_CHECK, so that the order is visible at a glance and the first failure returns
+// before anything is written.
+#pragma once
+
+#include <cstdint>
+
+#include "pxkcc.h"
+
+#define PXK_CHECK(expr)                            \
+    do {                                           \
+        const PxkResult pxk_status_ = (expr);      \
+        if (pxk_status_ != pxkOk) return pxk_status_; \
+    } while (0)
+
+namespace pxk {
+
+// pxkErrNullPtr if any of the pointers is null.
+template <class... T>
+constexpr PxkResult checkPtrs(const T*... ptrs) {
+    return ((ptrs == nullptr) || ...) ? pxkErrNullPtr : pxkOk;
+}
+
+// pxkErrNullPtr if any of the first `count` entries of a plane array is null. The
+// array pointer itself must have been checked (or be documented as unchecked).
+template <class T>
+inline PxkResult checkPlanes(T* const* planes, int count) {
+    for (int i = 0; i < count; ++i) {
+        if (planes[i] == nullptr) return pxkErrNullPtr;
+    }
+    return pxkOk;
+}
+
+// pxkErrSize if the width or height is below its minimum.
+inline PxkResult checkSize(PxkSize size, int32_t minWidth, int32_t minHeight) {
+    return (size.width < minWidth || size.height < minHeight) ? pxkErrSize : pxkOk;
+}
+
+// pxkErrStep if any step is below 1 (only in the families that test steps).
+template <class... S>
+constexpr PxkResult checkSteps(S... steps) {
+    return ((steps < 1) || ...) ? pxkErrStep : pxkOk;
+}
+
+}  // namespace pxk

@@ -1,0 +1,100 @@
+// The generic row kernel of per-pixel three-channel conversions: vector blocks over
+// the columns below n = width - width % 8, the scalar tail for the rest.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <utility>
+
+#include "pxkcc.h"
+
+#include "frame/drivers.h"
+#include "frame/pixel_block.h"
+
+namespace pxk {
+
+// A conversion given as two forms: Block::apply(const Lanes3&) for the columns of the
+// vector blocks, Tail::apply(Pixel3) for the tail. With Reorder the first and third
+// output channels of both are swapped (an RGB result written in BGR order).
+template <class Block, class Tail, bool Reorder = false>
+struct ColumnForms {
+    static Lanes3 block(const Lanes3& v) {
+        Lanes3 r = Block::apply(v);
+        if (Reorder) std::swap(r.c[0], r.c[2]);
+        return r;
+    }
+    static Pixel3 tail(Pixel3 p) {
+        Pixel3 r = Tail::apply(p);
+        if (Reorder) std::swap(r.c[0], r.c[2]);
+        return r;
+    }
+};
+
+namespace detail {
+
+// Room for 16 pixels of a layout, plane by plane.
+template <class Layout>
+struct Staging {
+    alignas(16) uint8_t bytes[Layout::kPlanes][16 * Layout::kBytes] = {};
+
+    // Copies `count` pixels from column x of `row` in, and returns the layout bound to
+    // this buffer instead.
+    Layout fill(const Layout& row, int32_t x, int32_t count) {
+        Layout local = row;
+        for (int i = 0; i < Layout::kPlanes; ++i) {
+            std::memcpy(bytes[i], row.plane[i] + x * Layout::kBytes,
+                        static_cast<std::size_t>(count) * Layout::kBytes);
+            local.plane[i] = bytes[i];
+        }
+        return local;
+    }
+    // Copies `count` pixels back to column x of `row`.
+    void drain(const Layout& row, int32_t x, int32_t count) const {
+        for (int i = 0; i < Layout::kPlanes; ++i) {
+            std::memcpy(row.plane[i] + x * Layout::kBytes, bytes[i],
+                        static_cast<std::size_t>(count) * Layout::kBytes);
+        }
+    }
+};
+
+template <class Forms, class In, class Out>
+inline void convertBlock16(const In& in, const Out& out, int32_t x) {
+    const Block16 src = in.load(x);
+    Block16 dst;
+    dst.half[0] = Forms::block(src.half[0]);
+    dst.half[1] = Forms::block(src.half[1]);
+    out.store(x, dst);
+}
+
+}  // namespace detail
+
+// Converts one row of `width` pixels from `in` to `out`. Vector blocks cover 16
+// columns; a last block of 8 runs through local buffers, so that no byte beyond the
+// row's last pixel is read or written.
+template <class Forms, class In, class Out>
+inline void convertRow(const In& in, const Out& out, int32_t width) {
+    splitColumns<8>(
+        width,
+        [&](int32_t x, int32_t count) {
+            if (count == 16) {
+                detail::convertBlock16<Forms>(in, out, x);
+                return;
+            }
+            detail::Staging<In> inBuf;
+            detail::Staging<Out> outBuf;
+            detail::convertBlock16<Forms>(inBuf.fill(in, x, count), outBuf.fill(out, x, count), 0);
+            outBuf.drain(out, x, count);
+        },
+        [&](int32_t x) { out.store1(x, Forms::tail(in.load1(x))); });
+}
+
+// Converts a whole region row by row from the top; `in` and `out` are plane walks
+// bound to the region's first row.
+template <class Forms, class In, class Out>
+inline void convertRegion(PxkSize size, PlaneRows<In> in, PlaneRows<Out> out) {
+    driveRows(size.width, size.height,
+              [](int32_t width, const In& inRow, const Out& outRow) { convertRow<Forms>(inRow, outRow, width); },
+              in, out);
+}
+
+}  // namespace pxk

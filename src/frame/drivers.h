@@ -1,0 +1,123 @@
+// Row drivers: walk a region from the top, row by row or in pairs of rows, advancing
+// each row pointer by its own signed byte step. A step of 0 revisits one row; a
+// negative step runs upward through memory. Rows are never reordered or merged.
+#pragma once
+
+#include <cstdint>
+
+#include "pxkcc.h"
+
+namespace pxk {
+
+// Adds a signed byte offset to a row pointer of any sample type. The arithmetic is
+// done on the address as an integer, so that a pointer stepped past either end of the
+// caller's image (after the last row) is never formed by pointer arithmetic.
+template <class T>
+inline T* byteOffset(T* p, std::intptr_t bytes) {
+    return reinterpret_cast<T*>(reinterpret_cast<std::uintptr_t>(p) +
+                                static_cast<std::uintptr_t>(bytes));
+}
+
+// A plane walked one row at a time.
+template <class T>
+struct Rows {
+    T* row;
+    int32_t step;
+
+    T* current() const { return row; }
+    void advance() { row = byteOffset(row, step); }
+};
+
+template <class T>
+inline Rows<T> rows(T* p, int32_t step) { return Rows<T>{p, step}; }
+
+// The two rows of a full-resolution plane that one row pair covers.
+template <class T>
+struct RowPair {
+    T* top;
+    T* bottom;
+};
+
+// A full-resolution plane walked in pairs of rows: each pair gives both rows, and the
+// walk then moves two steps. Planes at half vertical resolution walk with Rows beside
+// it and so move one step a pair.
+template <class T>
+struct PairedRows {
+    T* row;
+    int32_t step;
+
+    RowPair<T> current() const { return RowPair<T>{row, byteOffset(row, step)}; }
+    void advance() { row = byteOffset(row, 2 * static_cast<std::intptr_t>(step)); }
+};
+
+template <class T>
+inline PairedRows<T> pairedRows(T* p, int32_t step) { return PairedRows<T>{p, step}; }
+
+// A set of planes bound to one row (a layout with kPlanes plane pointers, as in
+// pixel_block.h), walked one row at a time, each plane by its own step.
+template <class Layout>
+struct PlaneRows {
+    Layout layout;
+    int32_t steps[Layout::kPlanes];
+
+    const Layout& current() const { return layout; }
+    void advance() {
+        for (int i = 0; i < Layout::kPlanes; ++i) layout.plane[i] = byteOffset(layout.plane[i], steps[i]);
+    }
+};
+
+// All planes of `layout` walked by one common step.
+template <class Layout>
+inline PlaneRows<Layout> planeRows(const Layout& layout, int32_t step) {
+    PlaneRows<Layout> w{layout, {}};
+    for (int i = 0; i < Layout::kPlanes; ++i) w.steps[i] = step;
+    return w;
+}
+
+// Each plane of `layout` walked by its own step.
+template <class Layout>
+inline PlaneRows<Layout> planeRows(const Layout& layout, const int32_t* steps) {
+    PlaneRows<Layout> w{layout, {}};
+    for (int i = 0; i < Layout::kPlanes; ++i) w.steps[i] = steps[i];
+    return w;
+}
+
+// Calls kernel(width, rows.current()...) once for each of `height` rows.
+template <class Kernel, class... Walk>
+inline void driveRows(int32_t width, int32_t height, Kernel&& kernel, Walk... walks) {
+    for (int32_t y = 0; y < height; ++y) {
+        kernel(width, walks.current()...);
+        (walks.advance(), ...);
+    }
+}
+
+// Calls kernel(width, walks.current()...) once for each of `height / 2` row pairs; a
+// last odd row is neither read nor written.
+template <class Kernel, class... Walk>
+inline void driveRowPairs(int32_t width, int32_t height, Kernel&& kernel, Walk... walks) {
+    driveRows(width, height / 2, static_cast<Kernel&&>(kernel), walks...);
+}
+
+// Status of a conversion that works in whole groups of `groupWidth` columns and
+// `groupHeight` rows: pxkWarnOddSize when a column, row or group was cut off.
+inline PxkResult oddSizeStatus(PxkSize size, int32_t groupWidth, int32_t groupHeight) {
+    return (size.width % groupWidth != 0 || size.height % groupHeight != 0) ? pxkWarnOddSize
+                                                                            : pxkOk;
+}
+
+// Splits a row of `width` pixels into vector blocks of `Block` columns and a scalar
+// tail. With n = width - width % Block, the columns 0 to n - 1 go to the vector blocks
+// and the columns n and up to tail(x), one call each. Blocks run two at a time where
+// they can: block(x, count) covers columns x to x + count - 1, with count 2 * Block, or
+// Block for a last single block. The column split is part of the output in the
+// fixed-point conversions, whose blocks and tails compute differently.
+template <int32_t Block, class BlockFn, class TailFn>
+inline void splitColumns(int32_t width, BlockFn&& block, TailFn&& tail) {
+    const int32_t n = width - width % Block;
+    int32_t x = 0;
+    for (; x + 2 * Block <= n; x += 2 * Block) block(x, 2 * Block);
+    if (x < n) block(x, Block);
+    for (x = n; x < width; ++x) tail(x);
+}
+
+}  // namespace pxk
