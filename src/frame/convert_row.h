@@ -2,6 +2,8 @@
 // the columns below n = width - width % 8, the scalar tail for the rest.
 #pragma once
 
+#include "frame/simd_inline.h"
+
 #include <cstdint>
 #include <cstring>
 #include <utility>
@@ -18,12 +20,12 @@ namespace pxk {
 // output channels of both are swapped (an RGB result written in BGR order).
 template <class Block, class Tail, bool Reorder = false>
 struct ColumnForms {
-    static Lanes3 block(const Lanes3& v) {
+    PXK_INLINE static Lanes3 block(const Lanes3& v) {
         Lanes3 r = Block::apply(v);
         if (Reorder) std::swap(r.c[0], r.c[2]);
         return r;
     }
-    static Pixel3 tail(Pixel3 p) {
+    PXK_INLINE static Pixel3 tail(Pixel3 p) {
         Pixel3 r = Tail::apply(p);
         if (Reorder) std::swap(r.c[0], r.c[2]);
         return r;
@@ -41,6 +43,7 @@ struct Staging {
     // this buffer instead.
     Layout fill(const Layout& row, int32_t x, int32_t count) {
         Layout local = row;
+        PXK_UNROLL
         for (int i = 0; i < Layout::kPlanes; ++i) {
             std::memcpy(bytes[i], row.plane[i] + x * Layout::kBytes,
                         static_cast<std::size_t>(count) * Layout::kBytes);
@@ -50,6 +53,7 @@ struct Staging {
     }
     // Copies `count` pixels back to column x of `row`.
     void drain(const Layout& row, int32_t x, int32_t count) const {
+        PXK_UNROLL
         for (int i = 0; i < Layout::kPlanes; ++i) {
             std::memcpy(row.plane[i] + x * Layout::kBytes, bytes[i],
                         static_cast<std::size_t>(count) * Layout::kBytes);
@@ -58,7 +62,7 @@ struct Staging {
 };
 
 template <class Forms, class In, class Out>
-inline void convertBlock16(const In& in, const Out& out, int32_t x) {
+PXK_INLINE void convertBlock16(const In& in, const Out& out, int32_t x) {
     const Block16 src = in.load(x);
     Block16 dst;
     dst.half[0] = Forms::block(src.half[0]);
@@ -72,7 +76,7 @@ inline void convertBlock16(const In& in, const Out& out, int32_t x) {
 // columns; a last block of 8 runs through local buffers, so that no byte beyond the
 // row's last pixel is read or written.
 template <class Forms, class In, class Out>
-inline void convertRow(const In& in, const Out& out, int32_t width) {
+PXK_INLINE void convertRow(const In& in, const Out& out, int32_t width) {
     splitColumns<8>(
         width,
         [&](int32_t x, int32_t count) {
@@ -91,7 +95,7 @@ inline void convertRow(const In& in, const Out& out, int32_t width) {
 // Converts a whole region row by row from the top; `in` and `out` are plane walks
 // bound to the region's first row.
 template <class Forms, class In, class Out>
-inline void convertRegion(PxkSize size, PlaneRows<In> in, PlaneRows<Out> out) {
+PXK_INLINE void convertRegion(PxkSize size, PlaneRows<In> in, PlaneRows<Out> out) {
     driveRows(size.width, size.height,
               [](int32_t width, const In& inRow, const Out& outRow) { convertRow<Forms>(inRow, outRow, width); },
               in, out);

@@ -3,6 +3,8 @@
 // negative step runs upward through memory. Rows are never reordered or merged.
 #pragma once
 
+#include "frame/simd_inline.h"
+
 #include <cstdint>
 
 #include "pxkcc.h"
@@ -13,7 +15,7 @@ namespace pxk {
 // done on the address as an integer, so that a pointer stepped past either end of the
 // caller's image (after the last row) is never formed by pointer arithmetic.
 template <class T>
-inline T* byteOffset(T* p, std::intptr_t bytes) {
+PXK_INLINE T* byteOffset(T* p, std::intptr_t bytes) {
     return reinterpret_cast<T*>(reinterpret_cast<std::uintptr_t>(p) +
                                 static_cast<std::uintptr_t>(bytes));
 }
@@ -29,7 +31,7 @@ struct Rows {
 };
 
 template <class T>
-inline Rows<T> rows(T* p, int32_t step) { return Rows<T>{p, step}; }
+PXK_INLINE Rows<T> rows(T* p, int32_t step) { return Rows<T>{p, step}; }
 
 // The two rows of a full-resolution plane that one row pair covers.
 template <class T>
@@ -51,7 +53,7 @@ struct PairedRows {
 };
 
 template <class T>
-inline PairedRows<T> pairedRows(T* p, int32_t step) { return PairedRows<T>{p, step}; }
+PXK_INLINE PairedRows<T> pairedRows(T* p, int32_t step) { return PairedRows<T>{p, step}; }
 
 // A set of planes bound to one row (a layout with kPlanes plane pointers, as in
 // pixel_block.h), walked one row at a time, each plane by its own step.
@@ -62,29 +64,32 @@ struct PlaneRows {
 
     const Layout& current() const { return layout; }
     void advance() {
+        PXK_UNROLL
         for (int i = 0; i < Layout::kPlanes; ++i) layout.plane[i] = byteOffset(layout.plane[i], steps[i]);
     }
 };
 
 // All planes of `layout` walked by one common step.
 template <class Layout>
-inline PlaneRows<Layout> planeRows(const Layout& layout, int32_t step) {
+PXK_INLINE PlaneRows<Layout> planeRows(const Layout& layout, int32_t step) {
     PlaneRows<Layout> w{layout, {}};
+    PXK_UNROLL
     for (int i = 0; i < Layout::kPlanes; ++i) w.steps[i] = step;
     return w;
 }
 
 // Each plane of `layout` walked by its own step.
 template <class Layout>
-inline PlaneRows<Layout> planeRows(const Layout& layout, const int32_t* steps) {
+PXK_INLINE PlaneRows<Layout> planeRows(const Layout& layout, const int32_t* steps) {
     PlaneRows<Layout> w{layout, {}};
+    PXK_UNROLL
     for (int i = 0; i < Layout::kPlanes; ++i) w.steps[i] = steps[i];
     return w;
 }
 
 // Calls kernel(width, rows.current()...) once for each of `height` rows.
 template <class Kernel, class... Walk>
-inline void driveRows(int32_t width, int32_t height, Kernel&& kernel, Walk... walks) {
+PXK_INLINE void driveRows(int32_t width, int32_t height, Kernel&& kernel, Walk... walks) {
     for (int32_t y = 0; y < height; ++y) {
         kernel(width, walks.current()...);
         (walks.advance(), ...);
@@ -94,13 +99,13 @@ inline void driveRows(int32_t width, int32_t height, Kernel&& kernel, Walk... wa
 // Calls kernel(width, walks.current()...) once for each of `height / 2` row pairs; a
 // last odd row is neither read nor written.
 template <class Kernel, class... Walk>
-inline void driveRowPairs(int32_t width, int32_t height, Kernel&& kernel, Walk... walks) {
+PXK_INLINE void driveRowPairs(int32_t width, int32_t height, Kernel&& kernel, Walk... walks) {
     driveRows(width, height / 2, static_cast<Kernel&&>(kernel), walks...);
 }
 
 // Status of a conversion that works in whole groups of `groupWidth` columns and
 // `groupHeight` rows: pxkWarnOddSize when a column, row or group was cut off.
-inline PxkResult oddSizeStatus(PxkSize size, int32_t groupWidth, int32_t groupHeight) {
+PXK_INLINE PxkResult oddSizeStatus(PxkSize size, int32_t groupWidth, int32_t groupHeight) {
     return (size.width % groupWidth != 0 || size.height % groupHeight != 0) ? pxkWarnOddSize
                                                                             : pxkOk;
 }
@@ -112,7 +117,7 @@ inline PxkResult oddSizeStatus(PxkSize size, int32_t groupWidth, int32_t groupHe
 // Block for a last single block. The column split is part of the output in the
 // fixed-point conversions, whose blocks and tails compute differently.
 template <int32_t Block, class BlockFn, class TailFn>
-inline void splitColumns(int32_t width, BlockFn&& block, TailFn&& tail) {
+PXK_INLINE void splitColumns(int32_t width, BlockFn&& block, TailFn&& tail) {
     const int32_t n = width - width % Block;
     int32_t x = 0;
     for (; x + 2 * Block <= n; x += 2 * Block) block(x, 2 * Block);

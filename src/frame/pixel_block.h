@@ -8,6 +8,8 @@
 // freely. Stores saturate each lane to 8 bits.
 #pragma once
 
+#include "frame/simd_inline.h"
+
 #include <emmintrin.h>
 
 #include <cstdint>
@@ -32,16 +34,16 @@ struct Pixel3 {
 
 namespace simd {
 
-inline __m128i load(const uint8_t* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
-inline void store(uint8_t* p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
+PXK_INLINE __m128i load(const uint8_t* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
+PXK_INLINE void store(uint8_t* p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
 
 // Upper eight bytes, moved to the lower half.
-inline __m128i upperHalf(__m128i v) { return _mm_unpackhi_epi64(v, v); }
+PXK_INLINE __m128i upperHalf(__m128i v) { return _mm_unpackhi_epi64(v, v); }
 
 // One round of the three-register byte network. Three rounds take 48 bytes of packed
 // three-channel pixels to [c0 even | c1 even], [c2 even | c0 odd], [c1 odd | c2 odd];
 // a fourth would finish the split into planes.
-inline void splitRound(__m128i& a, __m128i& b, __m128i& c) {
+PXK_INLINE void splitRound(__m128i& a, __m128i& b, __m128i& c) {
     const __m128i na = _mm_unpacklo_epi8(a, upperHalf(b));
     const __m128i nb = _mm_unpacklo_epi8(upperHalf(a), c);
     const __m128i nc = _mm_unpacklo_epi8(b, upperHalf(c));
@@ -51,7 +53,7 @@ inline void splitRound(__m128i& a, __m128i& b, __m128i& c) {
 }
 
 // The inverse of splitRound: even bytes and odd bytes gathered back.
-inline void mergeRound(__m128i& a, __m128i& b, __m128i& c) {
+PXK_INLINE void mergeRound(__m128i& a, __m128i& b, __m128i& c) {
     const __m128i lowBytes = _mm_set1_epi16(0x00FF);
     const __m128i na = _mm_packus_epi16(_mm_and_si128(a, lowBytes), _mm_and_si128(b, lowBytes));
     const __m128i nb = _mm_packus_epi16(_mm_and_si128(c, lowBytes), _mm_srli_epi16(a, 8));
@@ -62,24 +64,25 @@ inline void mergeRound(__m128i& a, __m128i& b, __m128i& c) {
 }
 
 // Even and odd bytes of a vector as two vectors of eight 16-bit lanes.
-inline void evenOddLanes(__m128i v, __m128i& even, __m128i& odd) {
+PXK_INLINE void evenOddLanes(__m128i v, __m128i& even, __m128i& odd) {
     even = _mm_and_si128(v, _mm_set1_epi16(0x00FF));
     odd = _mm_srli_epi16(v, 8);
 }
 
 // Sixteen bytes in pixel order from even and odd 16-bit lanes, saturated to 8 bits.
-inline __m128i fromEvenOddLanes(__m128i even, __m128i odd) {
+PXK_INLINE __m128i fromEvenOddLanes(__m128i even, __m128i odd) {
     const __m128i packed = _mm_packus_epi16(even, odd);
     return _mm_unpacklo_epi8(packed, upperHalf(packed));
 }
 
 // Sixteen pixels of four bytes, as four vectors of four pixels, from 16-bit lanes of
 // three channels and an alpha (even and odd halves), saturated to 8 bits.
-inline void fourChannelPixels(const Lanes3& even, __m128i alphaEven, const Lanes3& odd,
+PXK_INLINE void fourChannelPixels(const Lanes3& even, __m128i alphaEven, const Lanes3& odd,
                               __m128i alphaOdd, __m128i out[4]) {
     __m128i pix[2][2];  // [even/odd][pixels 0-7 / 8-15], four pixels a vector
     const Lanes3* halves[2] = {&even, &odd};
     const __m128i alphas[2] = {alphaEven, alphaOdd};
+    PXK_UNROLL
     for (int h = 0; h < 2; ++h) {
         const __m128i c0c2 = _mm_packus_epi16(halves[h]->c[0], halves[h]->c[2]);
         const __m128i c1c3 = _mm_packus_epi16(halves[h]->c[1], alphas[h]);
@@ -109,7 +112,7 @@ struct PackedC3In {
     static constexpr int kBytes = 3;
     const uint8_t* plane[1];
 
-    Block16 load(int32_t x) const {
+    PXK_INLINE Block16 load(int32_t x) const {
         const uint8_t* p = plane[0] + 3 * x;
         __m128i a = simd::load(p), b = simd::load(p + 16), c = simd::load(p + 32);
         simd::splitRound(a, b, c);
@@ -121,7 +124,7 @@ struct PackedC3In {
         out.half[1] = Lanes3{{_mm_unpackhi_epi8(b, z), _mm_unpacklo_epi8(c, z), _mm_unpackhi_epi8(c, z)}};
         return out;
     }
-    Pixel3 load1(int32_t x) const {
+    PXK_INLINE Pixel3 load1(int32_t x) const {
         const uint8_t* p = plane[0] + 3 * x;
         return Pixel3{{p[0], p[1], p[2]}};
     }
@@ -133,7 +136,7 @@ struct PackedC3Out {
     static constexpr int kBytes = 3;
     uint8_t* plane[1];
 
-    void store(int32_t x, const Block16& v) const {
+    PXK_INLINE void store(int32_t x, const Block16& v) const {
         const Lanes3& e = v.half[0];
         const Lanes3& o = v.half[1];
         __m128i a = _mm_packus_epi16(e.c[0], e.c[1]);
@@ -147,7 +150,7 @@ struct PackedC3Out {
         simd::store(p + 16, b);
         simd::store(p + 32, c);
     }
-    void store1(int32_t x, Pixel3 v) const {
+    PXK_INLINE void store1(int32_t x, Pixel3 v) const {
         uint8_t* p = plane[0] + 3 * x;
         p[0] = v.c[0];
         p[1] = v.c[1];
@@ -161,7 +164,7 @@ struct PackedC4In {
     static constexpr int kBytes = 4;
     const uint8_t* plane[1];
 
-    Block16 load(int32_t x) const {
+    PXK_INLINE Block16 load(int32_t x) const {
         const uint8_t* p = plane[0] + 4 * x;
         const __m128i x0 = simd::load(p), x1 = simd::load(p + 16);
         const __m128i x2 = simd::load(p + 32), x3 = simd::load(p + 48);
@@ -181,7 +184,7 @@ struct PackedC4In {
                               _mm_unpacklo_epi8(odd23, z)}};
         return out;
     }
-    Pixel3 load1(int32_t x) const {
+    PXK_INLINE Pixel3 load1(int32_t x) const {
         const uint8_t* p = plane[0] + 4 * x;
         return Pixel3{{p[0], p[1], p[2]}};
     }
@@ -195,18 +198,19 @@ struct PackedAC4KeepOut {
     static constexpr int kBytes = 4;
     uint8_t* plane[1];
 
-    void store(int32_t x, const Block16& v) const {
+    PXK_INLINE void store(int32_t x, const Block16& v) const {
         uint8_t* p = plane[0] + 4 * x;
         const __m128i alphaMask = _mm_set1_epi32(static_cast<int32_t>(0xFF000000u));
         const __m128i z = _mm_setzero_si128();
         __m128i colour[4];
         simd::fourChannelPixels(v.half[0], z, v.half[1], z, colour);
+        PXK_UNROLL
         for (int i = 0; i < 4; ++i) {
             const __m128i old = simd::load(p + 16 * i);
             simd::store(p + 16 * i, _mm_or_si128(colour[i], _mm_and_si128(old, alphaMask)));
         }
     }
-    void store1(int32_t x, Pixel3 v) const {
+    PXK_INLINE void store1(int32_t x, Pixel3 v) const {
         uint8_t* p = plane[0] + 4 * x;
         p[0] = v.c[0];
         p[1] = v.c[1];
@@ -221,13 +225,14 @@ struct PackedC4AlphaOut {
     uint8_t* plane[1];
     uint8_t alpha;
 
-    void store(int32_t x, const Block16& v) const {
+    PXK_INLINE void store(int32_t x, const Block16& v) const {
         const __m128i a = _mm_set1_epi16(alpha);
         __m128i pixels[4];
         simd::fourChannelPixels(v.half[0], a, v.half[1], a, pixels);
+        PXK_UNROLL
         for (int i = 0; i < 4; ++i) simd::store(plane[0] + 4 * x + 16 * i, pixels[i]);
     }
-    void store1(int32_t x, Pixel3 v) const {
+    PXK_INLINE void store1(int32_t x, Pixel3 v) const {
         uint8_t* p = plane[0] + 4 * x;
         p[0] = v.c[0];
         p[1] = v.c[1];
@@ -242,14 +247,15 @@ struct PlanarP3In {
     static constexpr int kBytes = 1;
     const uint8_t* plane[3];
 
-    Block16 load(int32_t x) const {
+    PXK_INLINE Block16 load(int32_t x) const {
         Block16 out;
+        PXK_UNROLL
         for (int c = 0; c < 3; ++c) {
             simd::evenOddLanes(simd::load(plane[c] + x), out.half[0].c[c], out.half[1].c[c]);
         }
         return out;
     }
-    Pixel3 load1(int32_t x) const { return Pixel3{{plane[0][x], plane[1][x], plane[2][x]}}; }
+    PXK_INLINE Pixel3 load1(int32_t x) const { return Pixel3{{plane[0][x], plane[1][x], plane[2][x]}}; }
 };
 
 // Three planes of one channel each (P3), written.
@@ -258,12 +264,13 @@ struct PlanarP3Out {
     static constexpr int kBytes = 1;
     uint8_t* plane[3];
 
-    void store(int32_t x, const Block16& v) const {
+    PXK_INLINE void store(int32_t x, const Block16& v) const {
+        PXK_UNROLL
         for (int c = 0; c < 3; ++c) {
             simd::store(plane[c] + x, simd::fromEvenOddLanes(v.half[0].c[c], v.half[1].c[c]));
         }
     }
-    void store1(int32_t x, Pixel3 v) const {
+    PXK_INLINE void store1(int32_t x, Pixel3 v) const {
         plane[0][x] = v.c[0];
         plane[1][x] = v.c[1];
         plane[2][x] = v.c[2];
