@@ -18,5 +18,9 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/pxkccConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/pxkccConfig.cmake ${PROJECT_BINARY_DIR}/pxkccConfigVersion.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/pxkcc)
 
+# The pkg-config file finds its prefix from its own place, so that an install with
+# `cmake --install --prefix` elsewhere stays usable.
+file(RELATIVE_PATH PXKCC_PC_TO_PREFIX ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" PXKCC_PC_TO_PREFIX "${PXKCC_PC_TO_PREFIX}")
 configure_file(${PROJECT_SOURCE_DIR}/cmake/pxkcc.pc.in ${PROJECT_BINARY_DIR}/pxkcc.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/pxkcc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
