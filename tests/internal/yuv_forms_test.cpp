@@ -1,0 +1,89 @@
+// Each fixed-point form is written twice, once for the scalar tail and once for the
+// SSE2 block. Over every possible input the two must give the same bytes (the block's
+// 16-bit lanes saturated to 8 bits, as its store does).
+#include <gtest/gtest.h>
+
+#include <emmintrin.h>
+
+#include <cstdint>
+
+#include "yuv/forms.h"
+
+namespace {
+
+template <class Form>
+long countDisagreements(const char* name) {
+    long bad = 0;
+    for (int a = 0; a < 256; ++a) {
+        for (int b = 0; b < 256; ++b) {
+            for (int c0 = 0; c0 < 256; c0 += 8) {
+                alignas(16) int16_t in[3][8];
+                for (int i = 0; i < 8; ++i) {
+                    in[0][i] = static_cast<int16_t>(a);
+                    in[1][i] = static_cast<int16_t>(b);
+                    in[2][i] = static_cast<int16_t>(c0 + i);
+                }
+                pxk::Lanes3 v;
+                for (int k = 0; k < 3; ++k) v.c[k] = _mm_load_si128(reinterpret_cast<const __m128i*>(in[k]));
+                const pxk::Lanes3 out = Form::apply(v);
+                alignas(16) uint8_t bytes[3][16];
+                for (int k = 0; k < 3; ++k) {
+                    _mm_store_si128(reinterpret_cast<__m128i*>(bytes[k]), _mm_packus_epi16(out.c[k], out.c[k]));
+                }
+                for (int i = 0; i < 8; ++i) {
+                    const pxk::Pixel3 s = Form::apply(pxk::Pixel3{{static_cast<uint8_t>(a), static_cast<uint8_t>(b),
+                                                                     static_cast<uint8_t>(c0 + i)}});
+                    for (int k = 0; k < 3; ++k) {
+                        if (bytes[k][i] != s.c[k]) {
+                            if (bad < 5) {
+                                ADD_FAILURE() << name << " at (" << a << ", " << b << ", " << c0 + i << ") channel " << k
+                                              << ": block " << int(bytes[k][i]) << ", tail " << int(s.c[k]);
+                            }
+                            ++bad;
+                        }
+                    }
+                }
+            }
+        }
+    }
+    return bad;
+}
+
+TEST(YuvForms, DirectBlockMatchesTail) { EXPECT_EQ(countDisagreements<pxk::yuv::DirectForm>("direct"), 0); }
+TEST(YuvForms, PairedBlockMatchesTail) { EXPECT_EQ(countDisagreements<pxk::yuv::PairedForm>("paired"), 0); }
+TEST(YuvForms, HighProductBlockMatchesTail) {
+    EXPECT_EQ(countDisagreements<pxk::yuv::HighProductForm>("high-product"), 0);
+}
+TEST(YuvForms, RoundedBlockMatchesTail) { EXPECT_EQ(countDisagreements<pxk::yuv::RoundedForm>("rounded"), 0); }
+TEST(YuvForms, WideRoundedBlockMatchesTail) {
+    EXPECT_EQ(countDisagreements<pxk::yuv::WideRoundedForm>("wide rounded"), 0);
+}
+TEST(YuvForms, WideTruncatingBlockMatchesTail) {
+    EXPECT_EQ(countDisagreements<pxk::yuv::WideTruncatingForm>("wide truncating"), 0);
+}
+TEST(YuvForms, HighProductInverseBlockMatchesTail) {
+    EXPECT_EQ(countDisagreements<pxk::yuv::HighProductInverseForm>("high-product inverse"), 0);
+}
+
+// The forms are distinct: each pair that the exports mix differs somewhere.
+TEST(YuvForms, FormsThatExportsMixDiffer) {
+    auto differs = [](auto f, auto g) {
+        for (int r = 0; r < 256; r += 3)
+            for (int gg = 0; gg < 256; gg += 5)
+                for (int b = 0; b < 256; b += 7) {
+                    const pxk::Pixel3 p{{static_cast<uint8_t>(r), static_cast<uint8_t>(gg), static_cast<uint8_t>(b)}};
+                    const pxk::Pixel3 x = f(p), y = g(p);
+                    if (x.c[0] != y.c[0] || x.c[1] != y.c[1] || x.c[2] != y.c[2]) return true;
+                }
+        return false;
+    };
+    using namespace pxk::yuv;
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return PairedForm::apply(p); }, [](pxk::Pixel3 p) { return DirectForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return HighProductForm::apply(p); }, [](pxk::Pixel3 p) { return DirectForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return HighProductInverseForm::apply(p); },
+                        [](pxk::Pixel3 p) { return RoundedForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return WideTruncatingForm::apply(p); },
+                        [](pxk::Pixel3 p) { return WideRoundedForm::apply(p); }));
+}
+
+}  // namespace
