@@ -99,6 +99,22 @@ PXK_INLINE void fourChannelPixels(const Lanes3& even, __m128i alphaEven, const L
 
 }  // namespace simd
 
+// The first three bytes of the pixel at column x of a packed row of Bytes-byte pixels.
+template <int Bytes>
+PXK_INLINE Pixel3 readPacked(const uint8_t* row, int32_t x) {
+    const uint8_t* p = row + Bytes * x;
+    return Pixel3{{p[0], p[1], p[2]}};
+}
+
+// Writes the first three bytes of the pixel at column x; any further byte is left.
+template <int Bytes>
+PXK_INLINE void writePacked(uint8_t* row, int32_t x, Pixel3 v) {
+    uint8_t* p = row + Bytes * x;
+    p[0] = v.c[0];
+    p[1] = v.c[1];
+    p[2] = v.c[2];
+}
+
 // ---------------------------------------------------------------------------------
 // Layouts. Each is bound to one row: load(x) / store(x, block) move the 16 pixels
 // from column x, load1(x) / store1(x, pixel) one pixel for the scalar tail. kPlanes
@@ -124,10 +140,7 @@ struct PackedC3In {
         out.half[1] = Lanes3{{_mm_unpackhi_epi8(b, z), _mm_unpacklo_epi8(c, z), _mm_unpackhi_epi8(c, z)}};
         return out;
     }
-    PXK_INLINE Pixel3 load1(int32_t x) const {
-        const uint8_t* p = plane[0] + 3 * x;
-        return Pixel3{{p[0], p[1], p[2]}};
-    }
+    PXK_INLINE Pixel3 load1(int32_t x) const { return readPacked<3>(plane[0], x); }
 };
 
 // Three interleaved channels (C3), written.
@@ -150,12 +163,7 @@ struct PackedC3Out {
         simd::store(p + 16, b);
         simd::store(p + 32, c);
     }
-    PXK_INLINE void store1(int32_t x, Pixel3 v) const {
-        uint8_t* p = plane[0] + 3 * x;
-        p[0] = v.c[0];
-        p[1] = v.c[1];
-        p[2] = v.c[2];
-    }
+    PXK_INLINE void store1(int32_t x, Pixel3 v) const { writePacked<3>(plane[0], x, v); }
 };
 
 // Four interleaved bytes a pixel (AC4, C4), read: the fourth byte is ignored.
@@ -184,10 +192,7 @@ struct PackedC4In {
                               _mm_unpacklo_epi8(odd23, z)}};
         return out;
     }
-    PXK_INLINE Pixel3 load1(int32_t x) const {
-        const uint8_t* p = plane[0] + 4 * x;
-        return Pixel3{{p[0], p[1], p[2]}};
-    }
+    PXK_INLINE Pixel3 load1(int32_t x) const { return readPacked<4>(plane[0], x); }
 };
 
 // Four bytes a pixel whose fourth byte keeps what the destination held (AC4). The
@@ -210,12 +215,7 @@ struct PackedAC4KeepOut {
             simd::store(p + 16 * i, _mm_or_si128(colour[i], _mm_and_si128(old, alphaMask)));
         }
     }
-    PXK_INLINE void store1(int32_t x, Pixel3 v) const {
-        uint8_t* p = plane[0] + 4 * x;
-        p[0] = v.c[0];
-        p[1] = v.c[1];
-        p[2] = v.c[2];
-    }
+    PXK_INLINE void store1(int32_t x, Pixel3 v) const { writePacked<4>(plane[0], x, v); }
 };
 
 // Four bytes a pixel whose fourth byte is set to a given alpha (C4).
@@ -233,11 +233,8 @@ struct PackedC4AlphaOut {
         for (int i = 0; i < 4; ++i) simd::store(plane[0] + 4 * x + 16 * i, pixels[i]);
     }
     PXK_INLINE void store1(int32_t x, Pixel3 v) const {
-        uint8_t* p = plane[0] + 4 * x;
-        p[0] = v.c[0];
-        p[1] = v.c[1];
-        p[2] = v.c[2];
-        p[3] = alpha;
+        writePacked<4>(plane[0], x, v);
+        plane[0][4 * x + 3] = alpha;
     }
 };
 
