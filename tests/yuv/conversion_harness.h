@@ -1,0 +1,286 @@
+// Harness shared by the full-resolution conversion tests: a table entry for each export
+// (its layouts, how to call it and its reference), and the sweeps that compare the two.
+#ifndef PXKCC_TESTS_YUV_CONVERSION_HARNESS_H
+#define PXKCC_TESTS_YUV_CONVERSION_HARNESS_H
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <climits>
+#include <cstdint>
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "pxkcc.h"
+#include "random.h"
+#include "surface.h"
+#include "sweep.h"
+
+namespace yuvtest {
+
+using pxktest::GuardOptions;
+using pxktest::Rng;
+using pxktest::Surface;
+
+enum class Layout { C3, AC4, C4, P3 };
+
+inline bool isPlanar(Layout l) { return l == Layout::P3; }
+inline int packedChannels(Layout l) { return l == Layout::C3 ? 3 : 4; }
+inline std::size_t rowBytesOf(Layout l, int width) {
+    return std::size_t(width) * (isPlanar(l) ? 1u : std::size_t(packedChannels(l)));
+}
+
+inline Surface makeSurface(Layout l, int width, int height, int step, const GuardOptions& options = {}) {
+    if (isPlanar(l)) return Surface::planar(width, height, 3, step, options);
+    return Surface::packed(width, height, packedChannels(l), step, options);
+}
+
+// One export under test.
+struct ExportUnderTest {
+    std::string name;
+    Layout src;
+    Layout dst;
+    bool keepsDstAlpha;  // byte 3 of each destination pixel must stay as it was
+    std::function<PxkResult(Surface& src, Surface& dst, PxkSize size, uint8_t alpha)> call;
+    std::function<void(Surface& src, Surface& dst, int width, int height, uint8_t alpha)> reference;
+};
+
+// Result of one comparison of an export with its reference.
+inline ::testing::AssertionResult compareOnce(const ExportUnderTest& ex, Surface& src, Surface& dst, int width,
+                                              int height, uint8_t alpha) {
+    if (ex.keepsDstAlpha) dst.protectChannel(3);
+    dst.snapshot();
+    src.snapshot();
+    Surface expected = dst.clone();
+    ex.reference(src, expected, width, height, alpha);
+    const PxkResult st = ex.call(src, dst, PxkSize{width, height}, alpha);
+    if (st != pxkOk) return ::testing::AssertionFailure() << "status " << st << ", expected pxkOk (0)";
+    ::testing::AssertionResult r = pxktest::sameContents(dst, expected);
+    if (!r) return r;
+    r = dst.guardsIntact();
+    if (!r) return ::testing::AssertionFailure() << "destination: " << r.message();
+    r = src.unchanged();
+    if (!r) return ::testing::AssertionFailure() << "source written: " << r.message();
+    return ::testing::AssertionSuccess();
+}
+
+// Compare an export with its reference over random images of every sweep width and
+// height with the given steps. Sources end flush against an inaccessible page, so a
+// read past the last byte of the highest row faults.
+inline void sweepAgainstReference(const ExportUnderTest& ex, const pxktest::StepPlan& plan) {
+    for (int width : pxktest::sweepWidths()) {
+        for (int height : pxktest::sweepHeights(width)) {
+            Rng rng(pxktest::seedFor(ex.name.c_str(),
+                                     {uint32_t(width), uint32_t(height), uint32_t(plan.src), uint32_t(plan.dst)}));
+            const int srcStep = pxktest::stepFor(plan.src, rowBytesOf(ex.src, width));
+            const int dstStep = pxktest::stepFor(plan.dst, rowBytesOf(ex.dst, width));
+            GuardOptions srcOpt;
+            srcOpt.after = 0;
+            srcOpt.fenceAfter = true;
+            srcOpt.misalign = std::size_t(rng.uniform(0, 15));
+            GuardOptions dstOpt;
+            dstOpt.misalign = std::size_t(rng.uniform(0, 15));
+            Surface src = makeSurface(ex.src, width, height, srcStep, srcOpt);
+            Surface dst = makeSurface(ex.dst, width, height, dstStep, dstOpt);
+            src.fillRandom(rng);
+            dst.fillRandom(rng);
+            const uint8_t alpha = rng.byte();
+            ::testing::AssertionResult r = compareOnce(ex, src, dst, width, height, alpha);
+            if (!r) {
+                ADD_FAILURE() << ex.name << " width " << width << " height " << height << ", srcStep " << srcStep
+                              << ", dstStep " << dstStep << ", alpha " << int(alpha) << ": " << r.message();
+                return;  // one report per sweep keeps the output readable
+            }
+        }
+    }
+}
+
+// The same conversion at every alignment of source and destination modulo 16: the
+// result depends on the column alone, never on an address.
+inline void alignmentsAgainstReference(const ExportUnderTest& ex) {
+    const int width = 37, height = 2;
+    for (std::size_t srcMis = 0; srcMis < 16; ++srcMis) {
+        for (std::size_t dstMis = 0; dstMis < 16; dstMis += 3) {
+            Rng rng(pxktest::seedFor((ex.name + "/align").c_str(), {uint32_t(srcMis), uint32_t(dstMis)}));
+            GuardOptions srcOpt, dstOpt;
+            srcOpt.misalign = srcMis;
+            dstOpt.misalign = dstMis;
+            Surface src = makeSurface(ex.src, width, height, int(rowBytesOf(ex.src, width)) + 16, srcOpt);
+            Surface dst = makeSurface(ex.dst, width, height, int(rowBytesOf(ex.dst, width)) + 16, dstOpt);
+            src.fillRandom(rng);
+            dst.fillRandom(rng);
+            ::testing::AssertionResult r = compareOnce(ex, src, dst, width, height, rng.byte());
+            if (!r) {
+                ADD_FAILURE() << ex.name << " source misaligned by " << srcMis << ", destination by " << dstMis << ": "
+                              << r.message();
+                return;
+            }
+        }
+    }
+}
+
+// Dense inputs: 16 slices of the 2^24 three-sample inputs, each holding one sample
+// fixed (0, 17, ..., 255, the fixed channel turning with the slice) and the other two
+// over all 65536 pairs, in rows of `width` pixels. With a width that is a multiple of 8
+// every input lands in the vector columns; with a width below 8, in the tail.
+inline void denseAgainstReference(const ExportUnderTest& ex, int width) {
+    const int perSlice = 65536;
+    const int height = (perSlice + width - 1) / width;
+    Rng rng(pxktest::seedFor((ex.name + "/dense").c_str(), {uint32_t(width)}));
+    Surface src = makeSurface(ex.src, width, height, int(rowBytesOf(ex.src, width)));
+    Surface dst = makeSurface(ex.dst, width, height, int(rowBytesOf(ex.dst, width)) + 5);
+    src.fillRandom(rng);  // alpha bytes of a 4-channel source stay random
+    dst.fillRandom(rng);
+    for (int slice = 0; slice < 16; ++slice) {
+        const int fixedChannel = slice % 3;
+        const uint8_t fixedValue = uint8_t(slice * 17);
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                const uint32_t i = (uint32_t(y) * uint32_t(width) + uint32_t(x)) % uint32_t(perSlice);
+                src.at(x, y, fixedChannel) = fixedValue;
+                src.at(x, y, (fixedChannel + 1) % 3) = uint8_t(i >> 8);
+                src.at(x, y, (fixedChannel + 2) % 3) = uint8_t(i);
+            }
+        }
+        const uint8_t alpha = uint8_t(slice * 37 + 11);
+        ::testing::AssertionResult r = compareOnce(ex, src, dst, width, height, alpha);
+        if (!r) {
+            ADD_FAILURE() << ex.name << " width " << width << ", slice " << slice << " (channel " << fixedChannel
+                          << " fixed at " << int(fixedValue) << "): " << r.message();
+            return;
+        }
+    }
+}
+
+// Visits the 2^24 three-sample inputs in a scattered order (the code times an odd
+// constant modulo 2^24, a bijection), so that rare inputs turn up early. `visit`
+// returns true to stop.
+template <typename Visit>
+inline void forEachInputScattered(Visit&& visit) {
+    for (uint32_t i = 0; i < (1u << 24); ++i) {
+        const uint32_t code = (i * 0x9E3779B1u) & 0xFFFFFFu;
+        if (visit(int(code >> 16), int((code >> 8) & 0xFF), int(code & 0xFF))) return;
+    }
+}
+
+// A disagreement to look for between two forms: in `channel`, the first form lower
+// (sign -1), higher (+1) or just different (0).
+struct Wanted {
+    int channel;
+    int sign;
+};
+
+// The first input found for each wanted disagreement, in the order of `wanted`;
+// entries never found are missing (found == false).
+struct Found {
+    Wanted wanted;
+    bool found = false;
+    std::array<int, 3> input{};
+};
+
+template <typename ChannelDiff>
+inline std::vector<Found> searchDisagreements(const std::vector<Wanted>& wanted, ChannelDiff&& diff) {
+    std::vector<Found> out;
+    for (const Wanted& w : wanted) out.push_back(Found{w});
+    std::size_t remaining = out.size();
+    forEachInputScattered([&](int a, int b, int c) {
+        for (Found& f : out) {
+            if (f.found) continue;
+            const int d = diff(a, b, c, f.wanted.channel);
+            if ((f.wanted.sign == 0 && d != 0) || (f.wanted.sign < 0 && d < 0) || (f.wanted.sign > 0 && d > 0)) {
+                f.found = true;
+                f.input = {a, b, c};
+                --remaining;
+            }
+        }
+        return remaining == 0;
+    });
+    return out;
+}
+
+// Sizes below the minimum of a full-resolution export (1 by 1).
+inline const std::vector<PxkSize>& badSizes() {
+    static const std::vector<PxkSize> s = {{0, 1},   {1, 0}, {0, 0}, {-1, 1},        {1, -1},
+                                           {-5, -5}, {0, 7}, {9, 0}, {INT32_MIN, 1}, {1, INT32_MIN}};
+    return s;
+}
+
+// A valid size for status tests: one block of 8 and a tail pixel, two rows.
+inline constexpr PxkSize kValid{9, 2};
+
+// Random source and destination of the valid size, to check that a failing call
+// writes nothing.
+struct StatusFixture {
+    Surface src;
+    Surface dst;
+    explicit StatusFixture(Layout s, Layout d)
+        : src(makeSurface(s, kValid.width, kValid.height, int(rowBytesOf(s, kValid.width)))),
+          dst(makeSurface(d, kValid.width, kValid.height, int(rowBytesOf(d, kValid.width)))) {
+        Rng rng(314);
+        src.fillRandom(rng);
+        dst.fillRandom(rng);
+    }
+    ::testing::AssertionResult nothingWritten() const {
+        ::testing::AssertionResult r = dst.unchanged();
+        if (!r) return ::testing::AssertionFailure() << "destination: " << r.message();
+        r = src.unchanged();
+        if (!r) return ::testing::AssertionFailure() << "source: " << r.message();
+        return ::testing::AssertionSuccess();
+    }
+};
+
+// Packed to packed (C3R, AC4R): src, dst, then size.
+inline void packedStatusChecks(Layout l, PxkResult (*fn)(const uint8_t*, int32_t, uint8_t*, int32_t, PxkSize)) {
+    StatusFixture f(l, l);
+    const int ss = f.src.step(), ds = f.dst.step();
+    EXPECT_EQ(fn(nullptr, ss, f.dst.data(), ds, kValid), pxkErrNullPtr);
+    EXPECT_TRUE(f.nothingWritten());
+    EXPECT_EQ(fn(f.src.data(), ss, nullptr, ds, kValid), pxkErrNullPtr);
+    EXPECT_TRUE(f.nothingWritten());
+    EXPECT_EQ(fn(nullptr, ss, nullptr, ds, kValid), pxkErrNullPtr);
+    for (const PxkSize& z : badSizes()) {
+        SCOPED_TRACE("size " + std::to_string(z.width) + "x" + std::to_string(z.height));
+        EXPECT_EQ(fn(f.src.data(), ss, f.dst.data(), ds, z), pxkErrSize);
+        EXPECT_TRUE(f.nothingWritten());
+        // Pointers are tested before the size.
+        EXPECT_EQ(fn(nullptr, ss, f.dst.data(), ds, z), pxkErrNullPtr);
+        EXPECT_EQ(fn(f.src.data(), ss, nullptr, ds, z), pxkErrNullPtr);
+        EXPECT_TRUE(f.nothingWritten());
+    }
+    // Steps are not tested: zero and negative steps with a bad size still report the size.
+    EXPECT_EQ(fn(f.src.data(), 0, f.dst.data(), -1, PxkSize{0, 1}), pxkErrSize);
+    EXPECT_TRUE(f.nothingWritten());
+}
+
+// Test parameter: an export and a step plan.
+struct SweepParam {
+    const ExportUnderTest* ex;
+    pxktest::StepPlan plan;
+};
+
+inline void PrintTo(const SweepParam& p, std::ostream* os) {
+    *os << p.ex->name << " " << pxktest::stepPlanName(p.plan);
+}
+inline void PrintTo(const ExportUnderTest* ex, std::ostream* os) { *os << ex->name; }
+
+inline std::vector<SweepParam> sweepParams(const std::vector<ExportUnderTest>& exports) {
+    std::vector<SweepParam> out;
+    for (const ExportUnderTest& ex : exports) {
+        for (const pxktest::StepPlan& p : pxktest::stepPlans()) out.push_back({&ex, p});
+    }
+    return out;
+}
+
+inline std::string sweepParamName(const ::testing::TestParamInfo<SweepParam>& info) {
+    return info.param.ex->name + "_" + pxktest::stepPlanName(info.param.plan);
+}
+
+inline std::string exportParamName(const ::testing::TestParamInfo<const ExportUnderTest*>& info) {
+    return info.param->name;
+}
+
+}  // namespace yuvtest
+
+#endif
