@@ -1,0 +1,120 @@
+#include "image.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+namespace bench {
+
+int bytesPerPixel(Layout layout) {
+    switch (layout) {
+    case Layout::C3: return 3;
+    case Layout::AC4: return 4;
+    case Layout::C4: return 4;
+    case Layout::P3: return 3;
+    }
+    return 0;
+}
+
+const char* layoutName(Layout layout) {
+    switch (layout) {
+    case Layout::C3: return "C3";
+    case Layout::AC4: return "AC4";
+    case Layout::C4: return "C4";
+    case Layout::P3: return "P3";
+    }
+    return "?";
+}
+
+void FreeDeleter::operator()(uint8_t* p) const { std::free(p); }
+
+namespace {
+
+constexpr size_t kAlign = 64;
+
+size_t roundUp(size_t n) { return (n + kAlign - 1) / kAlign * kAlign; }
+
+// xorshift32: small, fast and the same on every machine.
+uint32_t nextRandom(uint32_t& state) {
+    state ^= state << 13;
+    state ^= state >> 17;
+    state ^= state << 5;
+    return state;
+}
+
+// Maps a random byte into [lo, hi] without a division per sample.
+uint8_t inRange(uint32_t r, int lo, int hi) {
+    return static_cast<uint8_t>(lo + (((r & 0xFFu) * static_cast<uint32_t>(hi - lo + 1)) >> 8));
+}
+
+}  // namespace
+
+AlignedBytes allocateAligned(size_t bytes) {
+    const size_t size = roundUp(bytes == 0 ? 1 : bytes);
+    auto* p = static_cast<uint8_t*>(std::aligned_alloc(kAlign, size));
+    if (p == nullptr) throw std::bad_alloc();
+    std::memset(p, 0, size);  // also faults every page in before timing starts
+    return AlignedBytes(p);
+}
+
+void fillRandom(uint8_t* data, size_t bytes, uint32_t seed) {
+    uint32_t state = seed != 0 ? seed : 0x9E3779B9u;
+    for (size_t i = 0; i < bytes; ++i) data[i] = static_cast<uint8_t>(nextRandom(state) >> 24);
+}
+
+Image::Image(Layout layout, int width, int height)
+    : layout_(layout), width_(width), height_(height) {
+    const bool planar = layout == Layout::P3;
+    const size_t rowBytes = static_cast<size_t>(width) * (planar ? 1 : bytesPerPixel(layout));
+    step_ = static_cast<int32_t>(roundUp(rowBytes));
+    planeBytes_ = roundUp(static_cast<size_t>(step_) * static_cast<size_t>(height));
+    storage_ = allocateAligned(planeBytes_ * (planar ? 3 : 1));
+    for (int p = 0; p < 3; ++p) {
+        planes_[p] = planar || p == 0 ? storage_.get() + planeBytes_ * static_cast<size_t>(p)
+                                      : nullptr;
+    }
+}
+
+void Image::fill(Content content, uint32_t seed) {
+    uint32_t state = seed != 0 ? seed : 0x9E3779B9u;
+    const bool planar = layout_ == Layout::P3;
+    const int channels = planar ? 1 : bytesPerPixel(layout_);
+    for (int p = 0; p < (planar ? 3 : 1); ++p) {
+        for (int y = 0; y < height_; ++y) {
+            uint8_t* row = planes_[p] + static_cast<size_t>(step_) * static_cast<size_t>(y);
+            for (int x = 0; x < width_ * channels; ++x) {
+                const uint32_t r = nextRandom(state) >> 24;
+                const int channel = planar ? p : x % channels;
+                if (content == Content::Rgb || channel == 3) {
+                    row[x] = static_cast<uint8_t>(r);
+                } else {
+                    row[x] = channel == 0 ? inRange(r, 16, 235) : inRange(r, 16, 240);
+                }
+            }
+        }
+    }
+}
+
+const Image& ImagePool::source(Layout layout, Content content, int width, int height) {
+    auto key = std::make_tuple(static_cast<int>(layout), static_cast<int>(content), width, height);
+    auto& slot = sources_[key];
+    if (!slot) {
+        slot = std::make_unique<Image>(layout, width, height);
+        slot->fill(content, 0x1234567u + static_cast<uint32_t>(layout) * 977u);
+    }
+    return *slot;
+}
+
+Image& ImagePool::destination(Layout layout, int width, int height) {
+    auto key = std::make_tuple(static_cast<int>(layout), width, height);
+    auto& slot = destinations_[key];
+    if (!slot) slot = std::make_unique<Image>(layout, width, height);
+    return *slot;
+}
+
+ImagePool& imagePool() {
+    static ImagePool pool;
+    return pool;
+}
+
+}  // namespace bench

@@ -1,0 +1,90 @@
+// Benchmark images: pixel layouts, aligned buffers and a pool that allocates each
+// source and destination image once per run.
+#ifndef PXKCC_BENCH_IMAGE_H
+#define PXKCC_BENCH_IMAGE_H
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <tuple>
+
+namespace bench {
+
+// How the pixels of one side of a conversion sit in memory.
+enum class Layout {
+    C3,   // 3 interleaved bytes per pixel
+    AC4,  // 4 bytes per pixel, the 4th is alpha (not converted)
+    C4,   // 4 bytes per pixel, alpha written from an argument
+    P3    // three planes of 1 byte per pixel, one common step
+};
+
+int bytesPerPixel(Layout layout);
+const char* layoutName(Layout layout);
+
+// What the samples of a source image hold; decides the value range of the fill.
+enum class Content {
+    Rgb,    // any byte
+    YCbCr   // studio range: Y 16..235, Cb and Cr 16..240
+};
+
+// Bytes freed with std::free (std::aligned_alloc storage).
+struct FreeDeleter {
+    void operator()(uint8_t* p) const;
+};
+using AlignedBytes = std::unique_ptr<uint8_t, FreeDeleter>;
+
+// 64-byte aligned, zero-filled allocation; the size is rounded up to a multiple of 64.
+AlignedBytes allocateAligned(size_t bytes);
+
+// Fills `bytes` with a deterministic pseudo-random sequence (same seed, same bytes).
+void fillRandom(uint8_t* data, size_t bytes, uint32_t seed);
+
+// One image: a packed buffer, or three planes of the same step inside one allocation.
+class Image {
+public:
+    Image(Layout layout, int width, int height);
+
+    Layout layout() const { return layout_; }
+    int width() const { return width_; }
+    int height() const { return height_; }
+    int32_t step() const { return step_; }
+
+    // Packed layouts: the first row. Planar: the first plane.
+    uint8_t* data() { return planes_[0]; }
+    const uint8_t* data() const { return planes_[0]; }
+
+    // Planar layout: the three plane pointers (for packed ones only [0] is set).
+    uint8_t* const* planes() { return planes_; }
+    const uint8_t* const* planes() const { return planes_; }
+
+    // Pseudo-random content in the value range of `content`.
+    void fill(Content content, uint32_t seed);
+
+private:
+    Layout layout_;
+    int width_;
+    int height_;
+    int32_t step_;
+    size_t planeBytes_;
+    AlignedBytes storage_;
+    uint8_t* planes_[3];
+};
+
+// Images are allocated on first use and kept for the whole run, so that every
+// benchmark finds its buffers already faulted in and filled.
+class ImagePool {
+public:
+    const Image& source(Layout layout, Content content, int width, int height);
+    Image& destination(Layout layout, int width, int height);
+
+private:
+    std::map<std::tuple<int, int, int, int>, std::unique_ptr<Image>> sources_;
+    std::map<std::tuple<int, int, int>, std::unique_ptr<Image>> destinations_;
+};
+
+ImagePool& imagePool();
+
+}  // namespace bench
+
+#endif

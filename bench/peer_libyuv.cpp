@@ -1,0 +1,60 @@
+// libyuv's nearest equivalents, run over the same buffers as ours. Its I444 is
+// BT.601 studio range with full-resolution chroma planes, the same target as ours;
+// its byte orders are named from the little-endian word: "ARGB" is B,G,R,A in
+// memory, "ABGR" is R,G,B,A, "RGB24" is B,G,R and "RAW" is R,G,B.
+#include "cases.h"
+
+#ifdef PXKCC_BENCH_HAVE_LIBYUV
+#include <libyuv.h>
+#endif
+
+namespace bench {
+
+#ifdef PXKCC_BENCH_HAVE_LIBYUV
+namespace {
+
+using FromI444 = int (*)(const uint8_t*, int, const uint8_t*, int, const uint8_t*, int, uint8_t*,
+                         int, int, int);
+
+template <FromI444 F>
+int fromI444(const Image& s, Image& d) {
+    const uint8_t* const* p = s.planes();
+    return F(p[0], s.step(), p[1], s.step(), p[2], s.step(), d.data(), d.step(), s.width(),
+             s.height());
+}
+
+int argbToI444(const Image& s, Image& d) {
+    uint8_t* const* p = d.planes();
+    return libyuv::ARGBToI444(s.data(), s.step(), p[0], d.step(), p[1], d.step(), p[2], d.step(),
+                              s.width(), s.height());
+}
+
+}  // namespace
+
+std::vector<Case> libyuvCases() {
+    return {
+        {"libyuv/ARGBToI444", Layout::AC4, Layout::P3, Content::Rgb, argbToI444,
+         {"pxkiRGBToYCbCr_8u_AC4P3R", "pxkiRGBToYCbCr_8u_C3P3R"},
+         "B,G,R,A source bytes"},
+        {"libyuv/I444ToRAW", Layout::P3, Layout::C3, Content::YCbCr, fromI444<libyuv::I444ToRAW>,
+         {"pxkiYCbCrToRGB_8u_P3C3R"},
+         "same layout and byte order (R,G,B)"},
+        {"libyuv/I444ToRGB24", Layout::P3, Layout::C3, Content::YCbCr,
+         fromI444<libyuv::I444ToRGB24>,
+         {"pxkiYCbCrToBGR_8u_P3C3R"},
+         "same layout and byte order (B,G,R)"},
+        {"libyuv/I444ToABGR", Layout::P3, Layout::C4, Content::YCbCr,
+         fromI444<libyuv::I444ToABGR>,
+         {"pxkiYCbCrToRGB_8u_P3C4R"},
+         "same layout and byte order (R,G,B,A), alpha 255"},
+        {"libyuv/I444ToARGB", Layout::P3, Layout::C4, Content::YCbCr,
+         fromI444<libyuv::I444ToARGB>,
+         {"pxkiYCbCrToBGR_8u_P3C4R"},
+         "same layout and byte order (B,G,R,A), alpha 255"},
+    };
+}
+#else
+std::vector<Case> libyuvCases() { return {}; }
+#endif
+
+}  // namespace bench

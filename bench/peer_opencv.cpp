@@ -1,0 +1,62 @@
+// OpenCV's nearest equivalents, run over the same buffers as ours. Its YCrCb is the
+// full-range (JPEG) variant with the bytes in Y, Cr, Cb order, so these are the
+// nearest calls, not the same conversion.
+#include "cases.h"
+
+#ifdef PXKCC_BENCH_HAVE_OPENCV
+#include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
+#endif
+
+namespace bench {
+
+#ifdef PXKCC_BENCH_HAVE_OPENCV
+namespace {
+
+// A Mat header over one of our packed images; no copy.
+cv::Mat wrap(const Image& image) {
+    return cv::Mat(image.height(), image.width(), CV_8UC(bytesPerPixel(image.layout())),
+                   const_cast<uint8_t*>(image.data()), static_cast<size_t>(image.step()));
+}
+
+// Converts into our destination buffer; fails if OpenCV would have allocated a new
+// one (then we would be timing something else).
+template <int Code, int DstChannels>
+int cvtColorInto(const Image& s, Image& d) {
+    try {
+        cv::Mat dst = wrap(d);
+        cv::cvtColor(wrap(s), dst, Code, DstChannels);
+        return dst.data == d.data() ? 0 : -1;
+    } catch (const cv::Exception&) {
+        return -1;
+    }
+}
+
+}  // namespace
+
+std::vector<Case> openCvCases() {
+    cv::setNumThreads(1);  // one thread, like ours
+    return {
+        {"opencv/cvtColor_RGB2YCrCb_8UC3", Layout::C3, Layout::C3, Content::Rgb,
+         cvtColorInto<cv::COLOR_RGB2YCrCb, 3>,
+         {"pxkiRGBToYCbCr_8u_C3R", "pxkiRGBToYCbCr_8u_C3P3R"},
+         "full range, Y,Cr,Cb order, packed output"},
+        {"opencv/cvtColor_RGB2YCrCb_8UC4to3", Layout::AC4, Layout::C3, Content::Rgb,
+         cvtColorInto<cv::COLOR_RGB2YCrCb, 3>,
+         {"pxkiRGBToYCbCr_8u_AC4R"},
+         "full range, Y,Cr,Cb order, 3-byte output pixels"},
+        {"opencv/cvtColor_YCrCb2RGB_8UC3", Layout::C3, Layout::C3, Content::YCbCr,
+         cvtColorInto<cv::COLOR_YCrCb2RGB, 3>,
+         {"pxkiYCbCrToRGB_8u_C3R"},
+         "full range, Y,Cr,Cb order"},
+        {"opencv/cvtColor_YCrCb2RGB_8UC3to4", Layout::C3, Layout::C4, Content::YCbCr,
+         cvtColorInto<cv::COLOR_YCrCb2RGB, 4>,
+         {"pxkiYCbCrToRGB_8u_AC4R"},
+         "full range, 3-byte input pixels, writes alpha"},
+    };
+}
+#else
+std::vector<Case> openCvCases() { return {}; }
+#endif
+
+}  // namespace bench
