@@ -45,7 +45,7 @@ struct Staging {
         Layout local = row;
         PXK_UNROLL
         for (int i = 0; i < Layout::kPlanes; ++i) {
-            std::memcpy(bytes[i], row.plane[i] + x * Layout::kBytes,
+            std::memcpy(bytes[i], row.plane[i] + pixelOffset<Layout::kBytes>(x),
                         static_cast<std::size_t>(count) * Layout::kBytes);
             local.plane[i] = bytes[i];
         }
@@ -55,19 +55,33 @@ struct Staging {
     void drain(const Layout& row, int32_t x, int32_t count) const {
         PXK_UNROLL
         for (int i = 0; i < Layout::kPlanes; ++i) {
-            std::memcpy(row.plane[i] + x * Layout::kBytes, bytes[i],
+            std::memcpy(row.plane[i] + pixelOffset<Layout::kBytes>(x), bytes[i],
                         static_cast<std::size_t>(count) * Layout::kBytes);
         }
     }
 };
 
-template <class Forms, class In, class Out>
-PXK_INLINE void convertBlock16(const In& in, const Out& out, int32_t x) {
-    const Block16 src = in.load(x);
+template <class Forms>
+PXK_INLINE Block16 applyForms(const Block16& src) {
     Block16 dst;
     dst.half[0] = Forms::block(src.half[0]);
     dst.half[1] = Forms::block(src.half[1]);
-    out.store(x, dst);
+    return dst;
+}
+
+template <class Forms, class In, class Out>
+PXK_INLINE void convertBlock16(const In& in, const Out& out, int32_t x) {
+    out.store(x, applyForms<Forms>(in.load(x)));
+}
+
+// A last vector block of `count` pixels (8), run through local buffers. Kept out of
+// line so that the row loop around the whole blocks stays small.
+template <class Forms, class In, class Out>
+__attribute__((noinline)) void convertStagedBlock(const In& in, const Out& out, int32_t x, int32_t count) {
+    Staging<In> inBuf;
+    Staging<Out> outBuf;
+    convertBlock16<Forms>(inBuf.fill(in, x, count), outBuf.fill(out, x, count), 0);
+    outBuf.drain(out, x, count);
 }
 
 }  // namespace detail
@@ -79,15 +93,12 @@ template <class Forms, class In, class Out>
 PXK_INLINE void convertRow(const In& in, const Out& out, int32_t width) {
     splitColumns<8>(
         width,
-        [&](int32_t x, int32_t count) {
+        [&](int32_t x, int32_t count) PXK_LAMBDA_INLINE {
             if (count == 16) {
                 detail::convertBlock16<Forms>(in, out, x);
-                return;
+            } else {
+                detail::convertStagedBlock<Forms>(in, out, x, count);
             }
-            detail::Staging<In> inBuf;
-            detail::Staging<Out> outBuf;
-            detail::convertBlock16<Forms>(inBuf.fill(in, x, count), outBuf.fill(out, x, count), 0);
-            outBuf.drain(out, x, count);
         },
         [&](int32_t x) { out.store1(x, Forms::tail(in.load1(x))); });
 }

@@ -120,7 +120,7 @@ template <int32_t Block, class BlockFn, class TailFn>
 PXK_INLINE void splitColumns(int32_t width, BlockFn&& block, TailFn&& tail) {
     const int32_t n = width - width % Block;
     int32_t x = 0;
-    for (; x + 2 * Block <= n; x += 2 * Block) block(x, 2 * Block);
+    for (; n - x >= 2 * Block; x += 2 * Block) block(x, 2 * Block);
     if (x < n) block(x, Block);
     for (x = n; x < width; ++x) tail(x);
 }

@@ -12,6 +12,7 @@
 
 #include <emmintrin.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -37,8 +38,9 @@ namespace simd {
 PXK_INLINE __m128i load(const uint8_t* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
 PXK_INLINE void store(uint8_t* p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
 
-// Upper eight bytes, moved to the lower half.
-PXK_INLINE __m128i upperHalf(__m128i v) { return _mm_unpackhi_epi64(v, v); }
+// Upper eight bytes, moved to the lower half. A dword shuffle writes a new register and
+// leaves v as it was, so no copy of v is needed when v is used again.
+PXK_INLINE __m128i upperHalf(__m128i v) { return _mm_shuffle_epi32(v, _MM_SHUFFLE(3, 2, 3, 2)); }
 
 // One round of the three-register byte network. Three rounds take 48 bytes of packed
 // three-channel pixels to [c0 even | c1 even], [c2 even | c0 odd], [c1 odd | c2 odd];
@@ -99,17 +101,24 @@ PXK_INLINE void fourChannelPixels(const Lanes3& even, __m128i alphaEven, const L
 
 }  // namespace simd
 
+// Byte offset of column x in a row of Bytes-byte pixels, as a pointer difference so
+// that no int product can overflow, however wide the row.
+template <int Bytes>
+PXK_INLINE std::ptrdiff_t pixelOffset(int32_t x) {
+    return static_cast<std::ptrdiff_t>(Bytes) * x;
+}
+
 // The first three bytes of the pixel at column x of a packed row of Bytes-byte pixels.
 template <int Bytes>
 PXK_INLINE Pixel3 readPacked(const uint8_t* row, int32_t x) {
-    const uint8_t* p = row + Bytes * x;
+    const uint8_t* p = row + pixelOffset<Bytes>(x);
     return Pixel3{{p[0], p[1], p[2]}};
 }
 
 // Writes the first three bytes of the pixel at column x; any further byte is left.
 template <int Bytes>
 PXK_INLINE void writePacked(uint8_t* row, int32_t x, Pixel3 v) {
-    uint8_t* p = row + Bytes * x;
+    uint8_t* p = row + pixelOffset<Bytes>(x);
     p[0] = v.c[0];
     p[1] = v.c[1];
     p[2] = v.c[2];
@@ -129,7 +138,7 @@ struct PackedC3In {
     const uint8_t* plane[1];
 
     PXK_INLINE Block16 load(int32_t x) const {
-        const uint8_t* p = plane[0] + 3 * x;
+        const uint8_t* p = plane[0] + pixelOffset<3>(x);
         __m128i a = simd::load(p), b = simd::load(p + 16), c = simd::load(p + 32);
         simd::splitRound(a, b, c);
         simd::splitRound(a, b, c);
@@ -158,7 +167,7 @@ struct PackedC3Out {
         simd::mergeRound(a, b, c);
         simd::mergeRound(a, b, c);
         simd::mergeRound(a, b, c);
-        uint8_t* p = plane[0] + 3 * x;
+        uint8_t* p = plane[0] + pixelOffset<3>(x);
         simd::store(p, a);
         simd::store(p + 16, b);
         simd::store(p + 32, c);
@@ -173,7 +182,7 @@ struct PackedC4In {
     const uint8_t* plane[1];
 
     PXK_INLINE Block16 load(int32_t x) const {
-        const uint8_t* p = plane[0] + 4 * x;
+        const uint8_t* p = plane[0] + pixelOffset<4>(x);
         const __m128i x0 = simd::load(p), x1 = simd::load(p + 16);
         const __m128i x2 = simd::load(p + 32), x3 = simd::load(p + 48);
         // Byte transpose: [c0 even | c1 even], [c2 even | c3 even] and the same for the
@@ -204,7 +213,7 @@ struct PackedAC4KeepOut {
     uint8_t* plane[1];
 
     PXK_INLINE void store(int32_t x, const Block16& v) const {
-        uint8_t* p = plane[0] + 4 * x;
+        uint8_t* p = plane[0] + pixelOffset<4>(x);
         const __m128i alphaMask = _mm_set1_epi32(static_cast<int32_t>(0xFF000000u));
         const __m128i z = _mm_setzero_si128();
         __m128i colour[4];
@@ -230,11 +239,11 @@ struct PackedC4AlphaOut {
         __m128i pixels[4];
         simd::fourChannelPixels(v.half[0], a, v.half[1], a, pixels);
         PXK_UNROLL
-        for (int i = 0; i < 4; ++i) simd::store(plane[0] + 4 * x + 16 * i, pixels[i]);
+        for (int i = 0; i < 4; ++i) simd::store(plane[0] + pixelOffset<4>(x) + 16 * i, pixels[i]);
     }
     PXK_INLINE void store1(int32_t x, Pixel3 v) const {
         writePacked<4>(plane[0], x, v);
-        plane[0][4 * x + 3] = alpha;
+        plane[0][pixelOffset<4>(x) + 3] = alpha;
     }
 };
 

@@ -4,4 +4,6 @@
 #pragma once
 
 #define PXK_INLINE inline __attribute__((always_inline))
+// The same for a lambda that a row kernel hands to a column walker.
+#define PXK_LAMBDA_INLINE __attribute__((always_inline))
 #define PXK_UNROLL _Pragma("GCC unroll 16")

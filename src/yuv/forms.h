@@ -34,28 +34,39 @@ struct DirectForm {
                        low8(asr(28770 * r - 24117 * g - 4653 * b + 8421376, 16))}};
     }
 
-    PXK_INLINE static Lanes3 apply(const Lanes3& v) {
-        // Products by _mm_madd_epi16 on (R, G), (G, B) and (B, 512) pairs. The G
-        // coefficient of Y, 33030, does not fit a signed 16-bit factor and is applied
-        // as 16515 twice; the offsets of Cb and Cr ride on the constant 512.
-        const __m128i k512 = lanes16(512);
-        const __m128i rg[2] = {_mm_unpacklo_epi16(v.c[0], v.c[1]), _mm_unpackhi_epi16(v.c[0], v.c[1])};
-        const __m128i gb[2] = {_mm_unpacklo_epi16(v.c[1], v.c[2]), _mm_unpackhi_epi16(v.c[1], v.c[2])};
-        const __m128i b1[2] = {_mm_unpacklo_epi16(v.c[2], k512), _mm_unpackhi_epi16(v.c[2], k512)};
-        __m128i y[2], cb[2], cr[2];
+    // The vector block forms each sum with two _mm_madd_epi16 products, on the pairs
+    // (R, G) and (G + 1024, B). The G coefficient of each row is split between the two
+    // pairs so that the second pair's share times 1024 is the row's offset, and the Y
+    // coefficient 33030, too wide for one signed 16-bit factor, is split in passing:
+    //   Y:  16843 R + 31974 G  +  1056 (G + 1024) +  6423 B
+    //   Cb: -9699 R - 27295 G  +  8224 (G + 1024) + 28770 B
+    //   Cr: 28770 R - 32341 G  +  8224 (G + 1024) -  4653 B
+    struct Split {
+        int32_t r, g, gBiased, b;
+    };
+    static constexpr int32_t kGreenBias = 1024;
+    static constexpr Split kSplitY{16843, 31974, 1056, 6423};
+    static constexpr Split kSplitCb{-9699, -27295, 8224, 28770};
+    static constexpr Split kSplitCr{28770, -32341, 8224, -4653};
+    static_assert(kSplitY.g + kSplitY.gBiased == 33030 && kSplitY.gBiased * kGreenBias == 1081344, "Y split");
+    static_assert(kSplitCb.g + kSplitCb.gBiased == -19071 && kSplitCb.gBiased * kGreenBias == 8421376, "Cb split");
+    static_assert(kSplitCr.g + kSplitCr.gBiased == -24117 && kSplitCr.gBiased * kGreenBias == 8421376, "Cr split");
+
+    PXK_INLINE static __m128i row(const Split& k, const __m128i rg[2], const __m128i gb[2]) {
+        __m128i s[2];
         PXK_UNROLL
         for (int h = 0; h < 2; ++h) {
-            y[h] = _mm_add_epi32(_mm_add_epi32(_mm_madd_epi16(rg[h], coefficientPairs(16843, 16515)),
-                                               _mm_madd_epi16(gb[h], coefficientPairs(16515, 6423))),
-                                 lanes32(1081344));
-            cb[h] = _mm_add_epi32(_mm_madd_epi16(rg[h], coefficientPairs(-9699, -19071)),
-                                  _mm_madd_epi16(b1[h], coefficientPairs(28770, 8421376 / 512)));
-            cr[h] = _mm_add_epi32(_mm_madd_epi16(rg[h], coefficientPairs(28770, -24117)),
-                                  _mm_madd_epi16(b1[h], coefficientPairs(-4653, 8421376 / 512)));
+            s[h] = _mm_srai_epi32(_mm_add_epi32(_mm_madd_epi16(rg[h], coefficientPairs(k.r, k.g)),
+                                                _mm_madd_epi16(gb[h], coefficientPairs(k.gBiased, k.b))),
+                                  16);
         }
-        return Lanes3{{_mm_packs_epi32(_mm_srai_epi32(y[0], 16), _mm_srai_epi32(y[1], 16)),
-                       _mm_packs_epi32(_mm_srai_epi32(cb[0], 16), _mm_srai_epi32(cb[1], 16)),
-                       _mm_packs_epi32(_mm_srai_epi32(cr[0], 16), _mm_srai_epi32(cr[1], 16))}};
+        return _mm_packs_epi32(s[0], s[1]);
+    }
+    PXK_INLINE static Lanes3 apply(const Lanes3& v) {
+        const __m128i g = _mm_add_epi16(v.c[1], lanes16(kGreenBias));
+        const __m128i rg[2] = {_mm_unpacklo_epi16(v.c[0], v.c[1]), _mm_unpackhi_epi16(v.c[0], v.c[1])};
+        const __m128i gb[2] = {_mm_unpacklo_epi16(g, v.c[2]), _mm_unpackhi_epi16(g, v.c[2])};
+        return Lanes3{{row(kSplitY, rg, gb), row(kSplitCb, rg, gb), row(kSplitCr, rg, gb)}};
     }
 };
 
@@ -115,23 +126,31 @@ struct HighProductForm {
         return Pixel3{{clamp8(asr(luma + 128, 8) + 16), chroma(kCb, r, g, b), chroma(kCr, r, g, b)}};
     }
 
+    // The vector block takes every product from the samples times 128. A luma product
+    // of R * 256 by k is the product of R * 128 by 2k, which still fits an unsigned
+    // factor for R and B; G keeps G * 256, as 2 * 33030 does not. The constant
+    // additions after the shifts ride on the rounding halves: 16 * 256 + 128 before
+    // the luma shift, 128 * 128 + 64 before the chroma shifts (neither sum wraps: luma
+    // stays below 2^16 unsigned, chroma within 2118..30777).
+    static constexpr int32_t kLumaRound = 16 * 256 + 128;
+    static constexpr int32_t kChromaRound = 128 * 128 + 64;
+
     PXK_INLINE static __m128i chroma(const int32_t (&k)[3], const __m128i x128[3]) {
         const __m128i sum = _mm_add_epi16(_mm_add_epi16(highProductLanes(x128[0], lanes16(k[0])),
                                                         highProductLanes(x128[1], lanes16(k[1]))),
-                                          highProductLanes(x128[2], lanes16(k[2])));
-        return _mm_add_epi16(_mm_srai_epi16(_mm_add_epi16(sum, lanes16(64)), 7), lanes16(128));
+                                          _mm_add_epi16(highProductLanes(x128[2], lanes16(k[2])),
+                                                        lanes16(kChromaRound)));
+        return _mm_srai_epi16(sum, 7);
     }
     PXK_INLINE static Lanes3 apply(const Lanes3& v) {
-        // The luma sum stays below 2^16 and is shifted as an unsigned number.
-        __m128i luma = lanes16(128);
-        PXK_UNROLL
-        for (int c = 0; c < 3; ++c) {
-            luma = _mm_add_epi16(luma, highProductUnsignedLanes(_mm_slli_epi16(v.c[c], 8), lanes16(kLuma[c])));
-        }
         const __m128i x128[3] = {_mm_slli_epi16(v.c[0], 7), _mm_slli_epi16(v.c[1], 7),
                                  _mm_slli_epi16(v.c[2], 7)};
-        return Lanes3{{_mm_add_epi16(_mm_srli_epi16(luma, 8), lanes16(16)), chroma(kCb, x128),
-                       chroma(kCr, x128)}};
+        const __m128i g256 = _mm_add_epi16(x128[1], x128[1]);
+        const __m128i luma = _mm_add_epi16(
+            _mm_add_epi16(highProductUnsignedLanes(x128[0], lanes16(2 * kLuma[0])),
+                          highProductUnsignedLanes(g256, lanes16(kLuma[1]))),
+            _mm_add_epi16(highProductUnsignedLanes(x128[2], lanes16(2 * kLuma[2])), lanes16(kLumaRound)));
+        return Lanes3{{_mm_srli_epi16(luma, 8), chroma(kCb, x128), chroma(kCr, x128)}};
     }
 };
 
@@ -146,9 +165,21 @@ struct InverseMatrix {
 };
 
 // The forms of the inverse matrix that differ only in their constants share this
-// body. The vector block splits each coefficient into a multiple of 2^16 and a signed
-// 16-bit remainder: (H * 2^16 + L) >> 16 is H + (L >> 16) exactly, so the remainders go
-// through _mm_madd_epi16 and the multiples are added after the shift.
+// body.
+//
+// The vector block works in 16-bit lanes and finds each result q = s >> 16 of the
+// 32-bit sum s = y * Y + ... + offset from two halves that 16-bit multiplies give:
+//   - an estimate e of s / 2^12 + 8, from high products of the samples times 256 with
+//     the coefficients divided by 16 and rounded, plus 8 and the offset / 2^12
+//     rounded: each of the (at most three) products truncates by less than 1 and is
+//     off by at most 255 / 512 through its rounded factor, the offset by 1/2, so e lies
+//     within -4.5 and +1.5 of s / 2^12 + 8;
+//   - the exact low 16 bits lo of s, from low products (they wrap modulo 2^16 as s
+//     does; only the coefficients modulo 2^16 matter).
+// With s = 2^16 q + lo, s / 2^12 + 8 = 16 q + lo / 2^12 + 8, so e - (lo >> 12) lies
+// in 16 q + (3, 11), and (e - (lo >> 12)) >> 4 is q exactly. All of it stays within
+// 16 bits: |s| / 2^12 is below 9000.
+// The luma products and the offset are shared by the three outputs.
 template <const InverseMatrix& M>
 struct InverseMatrixForm {
     PXK_INLINE static Pixel3 apply(Pixel3 p) {
@@ -158,39 +189,45 @@ struct InverseMatrixForm {
                        clamp8(asr(M.y * y + M.cbToB * cb + M.offset, 16))}};
     }
 
-    static constexpr int32_t high(int32_t k) { return (k + 32768) >> 16; }
-    static constexpr int32_t low(int32_t k) { return k - high(k) * 65536; }
+    // k / 16 rounded to nearest: the factor of a sample times 256 in the estimate.
+    static constexpr int32_t estimateFactor(int32_t k) { return (k >= 0 ? k + 8 : k - 8) / 16; }
+    // 8 + offset / 2^12 rounded to nearest.
+    static constexpr int32_t kEstimateBase =
+        8 + (M.offset >= 0 ? M.offset + 2048 : M.offset - 2048) / 4096;
+    static_assert(estimateFactor(M.y) > 0 && estimateFactor(M.y) < 65536, "luma factor, unsigned");
+    static_assert(estimateFactor(M.crToR) > -32768 && estimateFactor(M.crToR) < 32768 &&
+                      estimateFactor(M.cbToG) > -32768 && estimateFactor(M.crToG) > -32768 &&
+                      estimateFactor(M.cbToB) < 32768,
+                  "chroma factors, signed");
 
-    // (L >> 16) of the two pair products and the offset, packed to 16-bit lanes.
-    PXK_INLINE static __m128i lowPart(const __m128i pairs[2], __m128i k, const __m128i pairs2[2], __m128i k2) {
-        __m128i s[2];
-        PXK_UNROLL
-        for (int h = 0; h < 2; ++h) {
-            s[h] = _mm_add_epi32(_mm_madd_epi16(pairs[h], k), lanes32(M.offset));
-            if (pairs2 != nullptr) s[h] = _mm_add_epi32(s[h], _mm_madd_epi16(pairs2[h], k2));
-            s[h] = _mm_srai_epi32(s[h], 16);
-        }
-        return _mm_packs_epi32(s[0], s[1]);
+    // The estimate and the low 16 bits of one output, its chroma terms added to the
+    // shared luma ones; then the corrected shift.
+    PXK_INLINE static __m128i finish(__m128i estimate, __m128i low) {
+        return _mm_srai_epi16(_mm_sub_epi16(estimate, _mm_srli_epi16(low, 12)), 4);
     }
-    PXK_INLINE static __m128i times(__m128i v, int32_t k) { return _mm_mullo_epi16(v, lanes16(k)); }
+    PXK_INLINE static __m128i addEstimate(__m128i acc, __m128i x256, int32_t k) {
+        return _mm_add_epi16(acc, highProductLanes(x256, lanes16(estimateFactor(k))));
+    }
+    // Low products need k modulo 2^16 only, which is what lanes16 keeps.
+    PXK_INLINE static __m128i addLow(__m128i acc, __m128i x, int32_t k) {
+        return _mm_add_epi16(acc, _mm_mullo_epi16(x, lanes16(k)));
+    }
 
     PXK_INLINE static Lanes3 apply(const Lanes3& v) {
         const __m128i y = v.c[0];
         const __m128i cb = _mm_sub_epi16(v.c[1], lanes16(128));
         const __m128i cr = _mm_sub_epi16(v.c[2], lanes16(128));
-        const __m128i yCr[2] = {_mm_unpacklo_epi16(y, cr), _mm_unpackhi_epi16(y, cr)};
-        const __m128i yCb[2] = {_mm_unpacklo_epi16(y, cb), _mm_unpackhi_epi16(y, cb)};
-        const __m128i yHigh = times(y, high(M.y));
-        const __m128i r = _mm_add_epi16(
-            lowPart(yCr, coefficientPairs(low(M.y), low(M.crToR)), nullptr, __m128i()),
-            _mm_add_epi16(yHigh, times(cr, high(M.crToR))));
-        const __m128i g = _mm_add_epi16(
-            lowPart(yCb, coefficientPairs(low(M.y), low(M.cbToG)), yCr, coefficientPairs(0, low(M.crToG))),
-            _mm_add_epi16(yHigh, _mm_add_epi16(times(cb, high(M.cbToG)), times(cr, high(M.crToG)))));
-        const __m128i b = _mm_add_epi16(
-            lowPart(yCb, coefficientPairs(low(M.y), low(M.cbToB)), nullptr, __m128i()),
-            _mm_add_epi16(yHigh, times(cb, high(M.cbToB))));
-        return Lanes3{{r, g, b}};
+        const __m128i cb256 = _mm_slli_epi16(cb, 8);
+        const __m128i cr256 = _mm_slli_epi16(cr, 8);
+        const __m128i lumaEstimate = _mm_add_epi16(
+            highProductUnsignedLanes(_mm_slli_epi16(y, 8), lanes16(estimateFactor(M.y))), lanes16(kEstimateBase));
+        const __m128i lumaLow = addLow(lanes16(M.offset), y, M.y);
+        Lanes3 out;
+        out.c[0] = finish(addEstimate(lumaEstimate, cr256, M.crToR), addLow(lumaLow, cr, M.crToR));
+        out.c[1] = finish(addEstimate(addEstimate(lumaEstimate, cb256, M.cbToG), cr256, M.crToG),
+                          addLow(addLow(lumaLow, cb, M.cbToG), cr, M.crToG));
+        out.c[2] = finish(addEstimate(lumaEstimate, cb256, M.cbToB), addLow(lumaLow, cb, M.cbToB));
+        return out;
     }
 };
 
@@ -218,15 +255,15 @@ struct HighProductInverseForm {
     }
 
     PXK_INLINE static Lanes3 apply(const Lanes3& v) {
-        const __m128i y = highProductLanes(_mm_slli_epi16(_mm_sub_epi16(v.c[0], lanes16(16)), 7), lanes16(9535));
+        // The rounding 8 is added once, to the luma term that all three outputs share.
+        const __m128i y = _mm_add_epi16(
+            highProductLanes(_mm_slli_epi16(_mm_sub_epi16(v.c[0], lanes16(16)), 7), lanes16(9535)), lanes16(8));
         const __m128i cb = _mm_slli_epi16(_mm_sub_epi16(v.c[1], lanes16(128)), 7);
         const __m128i cr = _mm_slli_epi16(_mm_sub_epi16(v.c[2], lanes16(128)), 7);
-        const __m128i round = lanes16(8);
-        const __m128i r = _mm_add_epi16(_mm_add_epi16(y, highProductLanes(cr, lanes16(13074))), round);
-        const __m128i g = _mm_add_epi16(
-            _mm_sub_epi16(_mm_sub_epi16(y, highProductLanes(cr, lanes16(6660))), highProductLanes(cb, lanes16(3211))),
-            round);
-        const __m128i b = _mm_add_epi16(_mm_add_epi16(y, highProductLanes(cb, lanes16(16523))), round);
+        const __m128i r = _mm_add_epi16(y, highProductLanes(cr, lanes16(13074)));
+        const __m128i g =
+            _mm_sub_epi16(_mm_sub_epi16(y, highProductLanes(cr, lanes16(6660))), highProductLanes(cb, lanes16(3211)));
+        const __m128i b = _mm_add_epi16(y, highProductLanes(cb, lanes16(16523)));
         return Lanes3{{_mm_srai_epi16(r, 4), _mm_srai_epi16(g, 4), _mm_srai_epi16(b, 4)}};
     }
 };
