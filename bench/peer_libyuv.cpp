@@ -29,10 +29,27 @@ int argbToI444(const Image& s, Image& d) {
                               s.width(), s.height());
 }
 
+// The same call with the library's code paths held to SSSE3 and below, for a view of
+// what its narrower vector code does beside ours (which is SSE2 only).
+template <Convert F>
+int ssse3Only(const Image& s, Image& d) {
+    libyuv::MaskCpuFlags(libyuv::kCpuHasX86 | libyuv::kCpuHasSSE2 | libyuv::kCpuHasSSSE3);
+    const int r = F(s, d);
+    libyuv::MaskCpuFlags(-1);  // back to what the processor offers
+    return r;
+}
+
 }  // namespace
 
 std::vector<Case> libyuvCases() {
     return {
+        {"libyuv/ARGBToI444 (SSSE3)", Layout::AC4, Layout::P3, Content::Rgb, ssse3Only<argbToI444>,
+         {"pxkiRGBToYCbCr_8u_AC4P3R"},
+         "as below, wider paths masked off"},
+        {"libyuv/I444ToABGR (SSSE3)", Layout::P3, Layout::C4, Content::YCbCr,
+         ssse3Only<fromI444<libyuv::I444ToABGR>>,
+         {"pxkiYCbCrToRGB_8u_P3C4R"},
+         "as below, wider paths masked off"},
         {"libyuv/ARGBToI444", Layout::AC4, Layout::P3, Content::Rgb, argbToI444,
          {"pxkiRGBToYCbCr_8u_AC4P3R", "pxkiRGBToYCbCr_8u_C3P3R"},
          "B,G,R,A source bytes"},
