@@ -5,11 +5,9 @@
 namespace pxk {
 
 #define PXK_EXPORT(name) {#name, reinterpret_cast<void (*)()>(&name)},
-const EntrySlot kEntryTable[] = {
+const PxkEntryTable kEntryTable = {{
 #include "pxkcc_exports.inc"
-};
+}};
 #undef PXK_EXPORT
-
-const std::size_t kEntryCount = sizeof(kEntryTable) / sizeof(kEntryTable[0]);
 
 }  // namespace pxk
