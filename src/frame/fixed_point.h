@@ -37,9 +37,6 @@ inline __m128i highProductUnsignedLanes(__m128i x, __m128i k) { return _mm_mulhi
 // Eight 16-bit lanes holding `v`.
 inline __m128i lanes16(int32_t v) { return _mm_set1_epi16(static_cast<int16_t>(v)); }
 
-// Four 32-bit lanes holding `v`.
-inline __m128i lanes32(int32_t v) { return _mm_set1_epi32(v); }
-
 // Coefficient pairs for _mm_madd_epi16: every 32-bit lane holds (lo, hi) as two
 // signed 16-bit numbers, multiplied with the (first, second) 16-bit values of a lane.
 inline __m128i coefficientPairs(int32_t first, int32_t second) {
