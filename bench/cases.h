@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "export_shapes.h"
 #include "image.h"
 #include "pxkcc.h"
 
@@ -35,44 +36,13 @@ std::vector<Case> ourCases();
 std::vector<Case> openCvCases();
 std::vector<Case> libyuvCases();
 
-// ---------------------------------------------------------------------------
 // Adapters from the export signatures to Convert, one per signature shape, so
 // that a table row names the export once.
-
-using PackedToPacked = PxkResult (*)(const uint8_t*, int32_t, uint8_t*, int32_t, PxkSize);
-using PackedToPlanar = PxkResult (*)(const uint8_t*, int32_t, uint8_t* const[3], int32_t, PxkSize);
-using PlanarToPlanar = PxkResult (*)(const uint8_t* const[3], int32_t, uint8_t* const[3], int32_t,
-                                     PxkSize);
-using PlanarToPacked = PxkResult (*)(const uint8_t* const[3], int32_t, uint8_t*, int32_t, PxkSize);
-using PlanarToPackedAlpha = PxkResult (*)(const uint8_t* const[3], int32_t, uint8_t*, int32_t,
-                                          PxkSize, uint8_t);
-
-inline PxkSize sizeOf(const Image& image) { return PxkSize{image.width(), image.height()}; }
-
-template <PackedToPacked F>
-int packedToPacked(const Image& s, Image& d) {
-    return F(s.data(), s.step(), d.data(), d.step(), sizeOf(s));
-}
-
-template <PackedToPlanar F>
-int packedToPlanar(const Image& s, Image& d) {
-    return F(s.data(), s.step(), d.planes(), d.step(), sizeOf(s));
-}
-
-template <PlanarToPlanar F>
-int planarToPlanar(const Image& s, Image& d) {
-    return F(s.planes(), s.step(), d.planes(), d.step(), sizeOf(s));
-}
-
-template <PlanarToPacked F>
-int planarToPacked(const Image& s, Image& d) {
-    return F(s.planes(), s.step(), d.data(), d.step(), sizeOf(s));
-}
-
-template <PlanarToPackedAlpha F>
-int planarToPackedAlpha(const Image& s, Image& d) {
-    return F(s.planes(), s.step(), d.data(), d.step(), sizeOf(s), 0xFF);
-}
+using shapes::packedToPacked;
+using shapes::packedToPlanar;
+using shapes::planarToPacked;
+using shapes::planarToPackedAlpha;
+using shapes::planarToPlanar;
 
 }  // namespace bench
 
