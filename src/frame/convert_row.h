@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 #include <utility>
 
 #include "pxkcc.h"
@@ -14,6 +15,23 @@
 #include "frame/pixel_block.h"
 
 namespace pxk {
+
+namespace detail {
+
+template <class Form, class = void>
+struct HasQuadApply : std::false_type {};
+template <class Form>
+struct HasQuadApply<Form, std::void_t<decltype(Form::apply(std::declval<const Quads16&>()))>> : std::true_type {};
+
+template <class In, class Out, class = void>
+struct HasQuadLayouts : std::false_type {};
+template <class In, class Out>
+struct HasQuadLayouts<In, Out,
+                      std::void_t<decltype(std::declval<const In&>().loadQuads(0)),
+                                  decltype(std::declval<const Out&>().storeQuads(0, std::declval<const Quads16&>()))>>
+    : std::true_type {};
+
+}  // namespace detail
 
 // A conversion given as two forms: Block::apply(const Lanes3&) for the columns of the
 // vector blocks, Tail::apply(Pixel3) for the tail. With Reorder the first and third
@@ -25,6 +43,10 @@ struct ColumnForms {
         if (Reorder) std::swap(r.c[0], r.c[2]);
         return r;
     }
+    // Blocks in quad order (see Quads16), for a block form that has them; with Reorder
+    // there are none.
+    static constexpr bool kHasQuads = !Reorder && detail::HasQuadApply<Block>::value;
+    PXK_INLINE static Quads16 blockQuads(const Quads16& v) { return Block::apply(v); }
     PXK_INLINE static Pixel3 tail(Pixel3 p) {
         Pixel3 r = Tail::apply(p);
         if (Reorder) std::swap(r.c[0], r.c[2]);
@@ -69,9 +91,15 @@ PXK_INLINE Block16 applyForms(const Block16& src) {
     return dst;
 }
 
+// Sixteen pixels from column x. Where both layouts and the block form have quad order,
+// the block goes through it; the results are the same pixel for pixel either way.
 template <class Forms, class In, class Out>
 PXK_INLINE void convertBlock16(const In& in, const Out& out, int32_t x) {
-    out.store(x, applyForms<Forms>(in.load(x)));
+    if constexpr (Forms::kHasQuads && HasQuadLayouts<In, Out>::value) {
+        out.storeQuads(x, Forms::blockQuads(in.loadQuads(x)));
+    } else {
+        out.store(x, applyForms<Forms>(in.load(x)));
+    }
 }
 
 // A last vector block of `count` pixels (8), run through local buffers. Kept out of

@@ -37,6 +37,12 @@ inline __m128i highProductUnsignedLanes(__m128i x, __m128i k) { return _mm_mulhi
 // Eight 16-bit lanes holding `v`.
 inline __m128i lanes16(int32_t v) { return _mm_set1_epi16(static_cast<int16_t>(v)); }
 
+// Four 16-bit lanes holding `lo`, then four holding `hi`.
+inline __m128i lanes16Halves(int32_t lo, int32_t hi) {
+    const int16_t l = static_cast<int16_t>(lo), h = static_cast<int16_t>(hi);
+    return _mm_set_epi16(h, h, h, h, l, l, l, l);
+}
+
 // Coefficient pairs for _mm_madd_epi16: every 32-bit lane holds (lo, hi) as two
 // signed 16-bit numbers, multiplied with the (first, second) 16-bit values of a lane.
 inline __m128i coefficientPairs(int32_t first, int32_t second) {

@@ -28,6 +28,16 @@ struct Block16 {
     Lanes3 half[2];
 };
 
+// Sixteen pixels of a packed three-channel row in quad order. Quad q = 3 * s + c holds
+// channel c of the pixels s, s + 4, s + 8 and s + 12 (s = 0..3) in four 16-bit lanes,
+// and v[r] carries quad 2r in its lower half and quad 2r + 1 in its upper half: the
+// quads lie in the order of the packed bytes. Two rounds of the byte network reach
+// this order from packed pixels, one round less than Block16 takes, and two merge
+// rounds go back; a form that can work on it saves a round each way.
+struct Quads16 {
+    __m128i v[6];
+};
+
 // One pixel of three 8-bit channels, for the scalar tails.
 struct Pixel3 {
     uint8_t c[3];
@@ -75,6 +85,28 @@ PXK_INLINE void evenOddLanes(__m128i v, __m128i& even, __m128i& odd) {
 PXK_INLINE __m128i fromEvenOddLanes(__m128i even, __m128i odd) {
     const __m128i packed = _mm_packus_epi16(even, odd);
     return _mm_unpacklo_epi8(packed, upperHalf(packed));
+}
+
+// Quad Q of a Quads16 in the lower half of a vector; the upper half is left unspecified.
+template <int Q>
+PXK_INLINE __m128i quadLow(const Quads16& q) {
+    if constexpr (Q % 2 == 0) {
+        return q.v[Q / 2];
+    } else {
+        return upperHalf(q.v[Q / 2]);
+    }
+}
+
+// Quad Lo in the lower half and quad Hi in the upper half of one vector.
+template <int Lo, int Hi>
+PXK_INLINE __m128i joinQuads(const Quads16& q) {
+    constexpr int lo = Lo % 2, hi = Hi % 2;
+    if constexpr (Lo / 2 == Hi / 2) {
+        return _mm_shuffle_epi32(q.v[Lo / 2], _MM_SHUFFLE(2 * hi + 1, 2 * hi, 2 * lo + 1, 2 * lo));
+    } else {
+        return _mm_castpd_si128(
+            _mm_shuffle_pd(_mm_castsi128_pd(q.v[Lo / 2]), _mm_castsi128_pd(q.v[Hi / 2]), lo | (hi << 1)));
+    }
 }
 
 // Sixteen pixels of four bytes, as four vectors of four pixels, from 16-bit lanes of
@@ -149,6 +181,16 @@ struct PackedC3In {
         out.half[1] = Lanes3{{_mm_unpackhi_epi8(b, z), _mm_unpacklo_epi8(c, z), _mm_unpackhi_epi8(c, z)}};
         return out;
     }
+    // The same pixels in quad order.
+    PXK_INLINE Quads16 loadQuads(int32_t x) const {
+        const uint8_t* p = plane[0] + pixelOffset<3>(x);
+        __m128i a = simd::load(p), b = simd::load(p + 16), c = simd::load(p + 32);
+        simd::splitRound(a, b, c);
+        simd::splitRound(a, b, c);
+        const __m128i z = _mm_setzero_si128();
+        return Quads16{{_mm_unpacklo_epi8(a, z), _mm_unpackhi_epi8(a, z), _mm_unpacklo_epi8(b, z),
+                        _mm_unpackhi_epi8(b, z), _mm_unpacklo_epi8(c, z), _mm_unpackhi_epi8(c, z)}};
+    }
     PXK_INLINE Pixel3 load1(int32_t x) const { return readPacked<3>(plane[0], x); }
 };
 
@@ -165,6 +207,18 @@ struct PackedC3Out {
         __m128i b = _mm_packus_epi16(e.c[2], o.c[0]);
         __m128i c = _mm_packus_epi16(o.c[1], o.c[2]);
         simd::mergeRound(a, b, c);
+        simd::mergeRound(a, b, c);
+        simd::mergeRound(a, b, c);
+        uint8_t* p = plane[0] + pixelOffset<3>(x);
+        simd::store(p, a);
+        simd::store(p + 16, b);
+        simd::store(p + 32, c);
+    }
+    // Sixteen pixels in quad order, saturated to 8 bits.
+    PXK_INLINE void storeQuads(int32_t x, const Quads16& q) const {
+        __m128i a = _mm_packus_epi16(q.v[0], q.v[1]);
+        __m128i b = _mm_packus_epi16(q.v[2], q.v[3]);
+        __m128i c = _mm_packus_epi16(q.v[4], q.v[5]);
         simd::mergeRound(a, b, c);
         simd::mergeRound(a, b, c);
         uint8_t* p = plane[0] + pixelOffset<3>(x);

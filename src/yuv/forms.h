@@ -91,18 +91,41 @@ struct PairedForm {
                        one(kCr, p.c[0], p.c[1], p.c[2])}};
     }
 
-    PXK_INLINE static __m128i one(const Row& k, const __m128i rg[2], __m128i b32) {
-        // (cR * R + cG * G) >> 11 by pairs; (cB * B) >> 11 as the high product of B * 32.
-        const __m128i kRG = coefficientPairs(k.r, k.g);
-        const __m128i p = _mm_packs_epi32(_mm_srai_epi32(_mm_madd_epi16(rg[0], kRG), 11),
-                                          _mm_srai_epi32(_mm_madd_epi16(rg[1], kRG), 11));
-        const __m128i q = highProductLanes(b32, lanes16(k.b));
-        return _mm_srai_epi16(_mm_add_epi16(_mm_add_epi16(p, q), lanes16(k.offset)), 4);
+    // Two sets of four results, each the output of row k of its own four pixels: rgLo
+    // and rgHi hold the (R, G) pairs of the pixels, b32 their B times 32, the lower set
+    // in its lower half. (cR * R + cG * G) >> 11 comes by pairs; (cB * B) >> 11 as the
+    // high product of B * 32.
+    PXK_INLINE static __m128i quadPair(const Row& kLo, const Row& kHi, __m128i rgLo, __m128i rgHi, __m128i b32) {
+        const __m128i p = _mm_packs_epi32(_mm_srai_epi32(_mm_madd_epi16(rgLo, coefficientPairs(kLo.r, kLo.g)), 11),
+                                          _mm_srai_epi32(_mm_madd_epi16(rgHi, coefficientPairs(kHi.r, kHi.g)), 11));
+        const __m128i q = highProductLanes(b32, lanes16Halves(kLo.b, kHi.b));
+        return _mm_srai_epi16(_mm_add_epi16(_mm_add_epi16(p, q), lanes16Halves(kLo.offset, kHi.offset)), 4);
     }
     PXK_INLINE static Lanes3 apply(const Lanes3& v) {
         const __m128i rg[2] = {_mm_unpacklo_epi16(v.c[0], v.c[1]), _mm_unpackhi_epi16(v.c[0], v.c[1])};
         const __m128i b32 = _mm_slli_epi16(v.c[2], 5);
-        return Lanes3{{one(kY, rg, b32), one(kCb, rg, b32), one(kCr, rg, b32)}};
+        return Lanes3{{quadPair(kY, kY, rg[0], rg[1], b32), quadPair(kCb, kCb, rg[0], rg[1], b32),
+                       quadPair(kCr, kCr, rg[0], rg[1], b32)}};
+    }
+
+    // In quad order the R, G and B quads of pixel set s are quads 3s, 3s + 1 and
+    // 3s + 2, and output quad 3s + k is row k of that set; an output vector pairs two
+    // quads whose rows may differ.
+    static constexpr Row kRows[3] = {kY, kCb, kCr};
+    template <int S>
+    PXK_INLINE static __m128i rgPairs(const Quads16& q) {
+        return _mm_unpacklo_epi16(simd::quadLow<3 * S>(q), simd::quadLow<3 * S + 1>(q));
+    }
+    template <int V>
+    PXK_INLINE static __m128i outputQuads(const Quads16& q, const __m128i rg[4]) {
+        constexpr int sLo = (2 * V) / 3, kLo = (2 * V) % 3, sHi = (2 * V + 1) / 3, kHi = (2 * V + 1) % 3;
+        const __m128i b32 = _mm_slli_epi16(simd::joinQuads<3 * sLo + 2, 3 * sHi + 2>(q), 5);
+        return quadPair(kRows[kLo], kRows[kHi], rg[sLo], rg[sHi], b32);
+    }
+    PXK_INLINE static Quads16 apply(const Quads16& q) {
+        const __m128i rg[4] = {rgPairs<0>(q), rgPairs<1>(q), rgPairs<2>(q), rgPairs<3>(q)};
+        return Quads16{{outputQuads<0>(q, rg), outputQuads<1>(q, rg), outputQuads<2>(q, rg),
+                        outputQuads<3>(q, rg), outputQuads<4>(q, rg), outputQuads<5>(q, rg)}};
     }
 };
 

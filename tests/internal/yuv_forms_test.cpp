@@ -65,6 +65,44 @@ TEST(YuvForms, HighProductInverseBlockMatchesTail) {
     EXPECT_EQ(countDisagreements<pxk::yuv::HighProductInverseForm>("high-product inverse"), 0);
 }
 
+// The paired form also works on blocks in quad order, where one output vector can mix
+// two rows; every pixel must still match the scalar form.
+TEST(YuvForms, PairedQuadBlockMatchesTail) {
+    long bad = 0;
+    for (uint32_t first = 0; first < (1u << 24); first += 16) {
+        pxk::Pixel3 px[16];
+        for (int i = 0; i < 16; ++i) {
+            const uint32_t v = first + static_cast<uint32_t>(i);
+            px[i] = pxk::Pixel3{{static_cast<uint8_t>(v >> 16), static_cast<uint8_t>(v >> 8), static_cast<uint8_t>(v)}};
+        }
+        // Quad q = 3 s + c, lane j: channel c of pixel 4 j + s; quads in pairs a vector.
+        alignas(16) int16_t lanes[6][8];
+        for (int q = 0; q < 12; ++q)
+            for (int j = 0; j < 4; ++j) lanes[q / 2][4 * (q % 2) + j] = px[4 * j + q / 3].c[q % 3];
+        pxk::Quads16 in;
+        for (int r = 0; r < 6; ++r) in.v[r] = _mm_load_si128(reinterpret_cast<const __m128i*>(lanes[r]));
+        const pxk::Quads16 out = pxk::yuv::PairedForm::apply(in);
+        alignas(16) uint8_t bytes[6][16];
+        for (int r = 0; r < 6; ++r)
+            _mm_store_si128(reinterpret_cast<__m128i*>(bytes[r]), _mm_packus_epi16(out.v[r], out.v[r]));
+        for (int q = 0; q < 12; ++q) {
+            for (int j = 0; j < 4; ++j) {
+                const int i = 4 * j + q / 3, c = q % 3;
+                const uint8_t want = pxk::yuv::PairedForm::apply(px[i]).c[c];
+                const uint8_t got = bytes[q / 2][4 * (q % 2) + j];
+                if (got != want) {
+                    if (bad < 5) {
+                        ADD_FAILURE() << "paired quads at pixel " << first + i << " channel " << c << ": block "
+                                      << int(got) << ", tail " << int(want);
+                    }
+                    ++bad;
+                }
+            }
+        }
+    }
+    EXPECT_EQ(bad, 0);
+}
+
 // The forms are distinct: each pair that the exports mix differs somewhere.
 TEST(YuvForms, FormsThatExportsMixDiffer) {
     auto differs = [](auto f, auto g) {
