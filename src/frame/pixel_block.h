@@ -169,27 +169,35 @@ struct PackedC3In {
     static constexpr int kBytes = 3;
     const uint8_t* plane[1];
 
-    PXK_INLINE Block16 load(int32_t x) const {
+    // Sixteen pixels from column x through `Rounds` rounds of the byte network, then
+    // widened to six vectors of 16-bit lanes in the order of the three registers.
+    template <int Rounds>
+    PXK_INLINE void loadSplit(int32_t x, __m128i w[6]) const {
         const uint8_t* p = plane[0] + pixelOffset<3>(x);
         __m128i a = simd::load(p), b = simd::load(p + 16), c = simd::load(p + 32);
-        simd::splitRound(a, b, c);
-        simd::splitRound(a, b, c);
-        simd::splitRound(a, b, c);
+        PXK_UNROLL
+        for (int r = 0; r < Rounds; ++r) simd::splitRound(a, b, c);
         const __m128i z = _mm_setzero_si128();
+        w[0] = _mm_unpacklo_epi8(a, z);
+        w[1] = _mm_unpackhi_epi8(a, z);
+        w[2] = _mm_unpacklo_epi8(b, z);
+        w[3] = _mm_unpackhi_epi8(b, z);
+        w[4] = _mm_unpacklo_epi8(c, z);
+        w[5] = _mm_unpackhi_epi8(c, z);
+    }
+    PXK_INLINE Block16 load(int32_t x) const {
+        __m128i w[6];
+        loadSplit<3>(x, w);
         Block16 out;
-        out.half[0] = Lanes3{{_mm_unpacklo_epi8(a, z), _mm_unpackhi_epi8(a, z), _mm_unpacklo_epi8(b, z)}};
-        out.half[1] = Lanes3{{_mm_unpackhi_epi8(b, z), _mm_unpacklo_epi8(c, z), _mm_unpackhi_epi8(c, z)}};
+        out.half[0] = Lanes3{{w[0], w[1], w[2]}};
+        out.half[1] = Lanes3{{w[3], w[4], w[5]}};
         return out;
     }
-    // The same pixels in quad order.
+    // The same pixels in quad order: one round fewer.
     PXK_INLINE Quads16 loadQuads(int32_t x) const {
-        const uint8_t* p = plane[0] + pixelOffset<3>(x);
-        __m128i a = simd::load(p), b = simd::load(p + 16), c = simd::load(p + 32);
-        simd::splitRound(a, b, c);
-        simd::splitRound(a, b, c);
-        const __m128i z = _mm_setzero_si128();
-        return Quads16{{_mm_unpacklo_epi8(a, z), _mm_unpackhi_epi8(a, z), _mm_unpacklo_epi8(b, z),
-                        _mm_unpackhi_epi8(b, z), _mm_unpacklo_epi8(c, z), _mm_unpackhi_epi8(c, z)}};
+        Quads16 out;
+        loadSplit<2>(x, out.v);
+        return out;
     }
     PXK_INLINE Pixel3 load1(int32_t x) const { return readPacked<3>(plane[0], x); }
 };
@@ -200,32 +208,28 @@ struct PackedC3Out {
     static constexpr int kBytes = 3;
     uint8_t* plane[1];
 
+    // Six vectors of 16-bit lanes, saturated to bytes in pairs, through `Rounds` merge
+    // rounds back to packed pixels at column x: the inverse of PackedC3In::loadSplit.
+    template <int Rounds>
+    PXK_INLINE void storeMerged(int32_t x, const __m128i w[6]) const {
+        __m128i a = _mm_packus_epi16(w[0], w[1]);
+        __m128i b = _mm_packus_epi16(w[2], w[3]);
+        __m128i c = _mm_packus_epi16(w[4], w[5]);
+        PXK_UNROLL
+        for (int r = 0; r < Rounds; ++r) simd::mergeRound(a, b, c);
+        uint8_t* p = plane[0] + pixelOffset<3>(x);
+        simd::store(p, a);
+        simd::store(p + 16, b);
+        simd::store(p + 32, c);
+    }
     PXK_INLINE void store(int32_t x, const Block16& v) const {
         const Lanes3& e = v.half[0];
         const Lanes3& o = v.half[1];
-        __m128i a = _mm_packus_epi16(e.c[0], e.c[1]);
-        __m128i b = _mm_packus_epi16(e.c[2], o.c[0]);
-        __m128i c = _mm_packus_epi16(o.c[1], o.c[2]);
-        simd::mergeRound(a, b, c);
-        simd::mergeRound(a, b, c);
-        simd::mergeRound(a, b, c);
-        uint8_t* p = plane[0] + pixelOffset<3>(x);
-        simd::store(p, a);
-        simd::store(p + 16, b);
-        simd::store(p + 32, c);
+        const __m128i w[6] = {e.c[0], e.c[1], e.c[2], o.c[0], o.c[1], o.c[2]};
+        storeMerged<3>(x, w);
     }
-    // Sixteen pixels in quad order, saturated to 8 bits.
-    PXK_INLINE void storeQuads(int32_t x, const Quads16& q) const {
-        __m128i a = _mm_packus_epi16(q.v[0], q.v[1]);
-        __m128i b = _mm_packus_epi16(q.v[2], q.v[3]);
-        __m128i c = _mm_packus_epi16(q.v[4], q.v[5]);
-        simd::mergeRound(a, b, c);
-        simd::mergeRound(a, b, c);
-        uint8_t* p = plane[0] + pixelOffset<3>(x);
-        simd::store(p, a);
-        simd::store(p + 16, b);
-        simd::store(p + 32, c);
-    }
+    // Sixteen pixels in quad order, saturated to 8 bits: one round fewer.
+    PXK_INLINE void storeQuads(int32_t x, const Quads16& q) const { storeMerged<2>(x, q.v); }
     PXK_INLINE void store1(int32_t x, Pixel3 v) const { writePacked<3>(plane[0], x, v); }
 };
 

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <functional>
 #include <ostream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -259,6 +260,45 @@ struct SweepParam {
     const ExportUnderTest* ex;
     pxktest::StepPlan plan;
 };
+
+// The export of `exports` with the given name.
+inline const ExportUnderTest& exportNamed(const std::vector<ExportUnderTest>& exports, const std::string& name) {
+    for (const ExportUnderTest& ex : exports) {
+        if (ex.name == name) return ex;
+    }
+    throw std::invalid_argument(name);
+}
+
+// Pointers to each export of `exports`, as test parameters.
+inline std::vector<const ExportUnderTest*> exportPointers(const std::vector<ExportUnderTest>& exports) {
+    std::vector<const ExportUnderTest*> v;
+    for (const ExportUnderTest& ex : exports) v.push_back(&ex);
+    return v;
+}
+
+// Runs the export alone on rows of the given pixels (all rows alike, three channels
+// each) over a random destination, checks the status, the guards and that the source
+// stayed as it was, and returns the destination.
+inline Surface runOnRows(const ExportUnderTest& ex, const std::vector<std::array<int, 3>>& pixels, int height,
+                         uint8_t alpha, uint32_t seed) {
+    const int width = int(pixels.size());
+    pxktest::Rng rng(seed);
+    Surface src = makeSurface(ex.src, width, height, int(rowBytesOf(ex.src, width)) + 3);
+    Surface dst = makeSurface(ex.dst, width, height, int(rowBytesOf(ex.dst, width)) + 5);
+    src.fillRandom(rng);
+    dst.fillRandom(rng);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            for (int c = 0; c < 3; ++c) src.at(x, y, c) = uint8_t(pixels[std::size_t(x)][std::size_t(c)]);
+        }
+    }
+    src.snapshot();
+    if (ex.keepsDstAlpha) dst.protectChannel(3);
+    EXPECT_EQ(ex.call(src, dst, PxkSize{width, height}, alpha), pxkOk) << ex.name;
+    EXPECT_TRUE(dst.guardsIntact()) << ex.name;
+    EXPECT_TRUE(src.unchanged()) << ex.name;
+    return dst;
+}
 
 inline void PrintTo(const SweepParam& p, std::ostream* os) {
     *os << p.ex->name << " " << pxktest::stepPlanName(p.plan);

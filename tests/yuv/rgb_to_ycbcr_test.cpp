@@ -63,12 +63,7 @@ const std::vector<ExportUnderTest>& rgbToYccExports() {
     return list;
 }
 
-const ExportUnderTest& exportNamed(const std::string& name) {
-    for (const ExportUnderTest& ex : rgbToYccExports()) {
-        if (ex.name == name) return ex;
-    }
-    throw std::invalid_argument(name);
-}
+const ExportUnderTest& exportNamed(const std::string& name) { return yuvtest::exportNamed(rgbToYccExports(), name); }
 
 // ---------------------------------------------------------------------------------
 // Reference comparison over all widths, heights and step layouts
@@ -87,11 +82,7 @@ TEST_P(RgbToYCbCrDense, VectorColumnsMatchReference) { yuvtest::denseAgainstRefe
 TEST_P(RgbToYCbCrDense, TailColumnsMatchReference) { yuvtest::denseAgainstReference(*GetParam(), 7); }
 TEST_P(RgbToYCbCrDense, AnyAlignmentMatchesReference) { yuvtest::alignmentsAgainstReference(*GetParam()); }
 
-std::vector<const ExportUnderTest*> exportPointers() {
-    std::vector<const ExportUnderTest*> v;
-    for (const ExportUnderTest& ex : rgbToYccExports()) v.push_back(&ex);
-    return v;
-}
+std::vector<const ExportUnderTest*> exportPointers() { return yuvtest::exportPointers(rgbToYccExports()); }
 
 INSTANTIATE_TEST_SUITE_P(AllExports, RgbToYCbCrDense, ::testing::ValuesIn(exportPointers()), yuvtest::exportParamName);
 
@@ -106,21 +97,7 @@ using Pixel = std::array<int, 3>;
 std::vector<ref::Ycc> convertRow(const ExportUnderTest& ex, const std::vector<Pixel>& pixels, int height = 1,
                                  uint32_t seed = 1) {
     const int width = int(pixels.size());
-    Rng rng(seed);
-    Surface src = yuvtest::makeSurface(ex.src, width, height, int(yuvtest::rowBytesOf(ex.src, width)) + 3);
-    Surface dst = yuvtest::makeSurface(ex.dst, width, height, int(yuvtest::rowBytesOf(ex.dst, width)) + 5);
-    src.fillRandom(rng);
-    dst.fillRandom(rng);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            for (int c = 0; c < 3; ++c) src.at(x, y, c) = uint8_t(pixels[std::size_t(x)][std::size_t(c)]);
-        }
-    }
-    src.snapshot();
-    if (ex.keepsDstAlpha) dst.protectChannel(3);
-    EXPECT_EQ(ex.call(src, dst, PxkSize{width, height}, 0), pxkOk) << ex.name;
-    EXPECT_TRUE(dst.guardsIntact()) << ex.name;
-    EXPECT_TRUE(src.unchanged()) << ex.name;
+    Surface dst = yuvtest::runOnRows(ex, pixels, height, 0, seed);
     std::vector<ref::Ycc> out;
     for (int x = 0; x < width; ++x) {
         out.push_back({dst.at(x, height - 1, 0), dst.at(x, height - 1, 1), dst.at(x, height - 1, 2)});

@@ -77,18 +77,9 @@ const std::vector<ExportUnderTest>& yccToRgbExports() {
     return list;
 }
 
-const ExportUnderTest& exportNamed(const std::string& name) {
-    for (const ExportUnderTest& ex : yccToRgbExports()) {
-        if (ex.name == name) return ex;
-    }
-    throw std::invalid_argument(name);
-}
+const ExportUnderTest& exportNamed(const std::string& name) { return yuvtest::exportNamed(yccToRgbExports(), name); }
 
-std::vector<const ExportUnderTest*> exportPointers() {
-    std::vector<const ExportUnderTest*> v;
-    for (const ExportUnderTest& ex : yccToRgbExports()) v.push_back(&ex);
-    return v;
-}
+std::vector<const ExportUnderTest*> exportPointers() { return yuvtest::exportPointers(yccToRgbExports()); }
 
 bool writesBgr(const ExportUnderTest& ex) { return ex.name.find("ToBGR") != std::string::npos; }
 
@@ -135,21 +126,7 @@ uint8_t channelOf(const ref::Rgb& v, int c) { return c == 0 ? v.r : (c == 1 ? v.
 std::vector<Out> convertRow(const ExportUnderTest& ex, const std::vector<Pixel>& pixels, int height = 1,
                             uint8_t alpha = 0xA7, uint32_t seed = 1) {
     const int width = int(pixels.size());
-    Rng rng(seed);
-    Surface src = yuvtest::makeSurface(ex.src, width, height, int(yuvtest::rowBytesOf(ex.src, width)) + 3);
-    Surface dst = yuvtest::makeSurface(ex.dst, width, height, int(yuvtest::rowBytesOf(ex.dst, width)) + 5);
-    src.fillRandom(rng);
-    dst.fillRandom(rng);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            for (int c = 0; c < 3; ++c) src.at(x, y, c) = uint8_t(pixels[std::size_t(x)][std::size_t(c)]);
-        }
-    }
-    src.snapshot();
-    if (ex.keepsDstAlpha) dst.protectChannel(3);
-    EXPECT_EQ(ex.call(src, dst, PxkSize{width, height}, alpha), pxkOk) << ex.name;
-    EXPECT_TRUE(dst.guardsIntact()) << ex.name;
-    EXPECT_TRUE(src.unchanged()) << ex.name;
+    Surface dst = yuvtest::runOnRows(ex, pixels, height, alpha, seed);
     const bool bgr = writesBgr(ex);
     std::vector<Out> out;
     for (int x = 0; x < width; ++x) {
