@@ -2,6 +2,11 @@
 // signature shape of the exports to a function of (source image, destination image).
 // Shared by the demo and the benchmark. An image type needs width(), height(),
 // step(), data() and planes().
+//
+// Each shape has one adapter, taking the export as a function pointer: the address
+// the header gives, or the one looked up by name in a loaded build of the library.
+// Beside it, a template over the export makes one plain function per export, for
+// tables of function pointers; it forwards to the same adapter.
 #ifndef PXKCC_APPS_EXPORT_SHAPES_H
 #define PXKCC_APPS_EXPORT_SHAPES_H
 
@@ -22,30 +27,59 @@ PxkSize regionOf(const Image& image) {
     return PxkSize{image.width(), image.height()};
 }
 
+// ---- the adapters: export given at run time ----
+
+template <class Image>
+PxkResult packedToPacked(PackedToPacked f, const Image& s, Image& d) {
+    return f(s.data(), s.step(), d.data(), d.step(), regionOf(s));
+}
+
+template <class Image>
+PxkResult packedToPlanar(PackedToPlanar f, const Image& s, Image& d) {
+    return f(s.data(), s.step(), d.planes(), d.step(), regionOf(s));
+}
+
+template <class Image>
+PxkResult planarToPlanar(PlanarToPlanar f, const Image& s, Image& d) {
+    return f(s.planes(), s.step(), d.planes(), d.step(), regionOf(s));
+}
+
+template <class Image>
+PxkResult planarToPacked(PlanarToPacked f, const Image& s, Image& d) {
+    return f(s.planes(), s.step(), d.data(), d.step(), regionOf(s));
+}
+
+// Alpha is the value the export writes into every destination pixel.
+template <class Image>
+PxkResult planarToPackedAlpha(PlanarToPackedAlpha f, const Image& s, Image& d, uint8_t alpha = 0xFF) {
+    return f(s.planes(), s.step(), d.data(), d.step(), regionOf(s), alpha);
+}
+
+// ---- one function per export: export given at compile time ----
+
 template <PackedToPacked F, class Image>
 PxkResult packedToPacked(const Image& s, Image& d) {
-    return F(s.data(), s.step(), d.data(), d.step(), regionOf(s));
+    return packedToPacked(F, s, d);
 }
 
 template <PackedToPlanar F, class Image>
 PxkResult packedToPlanar(const Image& s, Image& d) {
-    return F(s.data(), s.step(), d.planes(), d.step(), regionOf(s));
+    return packedToPlanar(F, s, d);
 }
 
 template <PlanarToPlanar F, class Image>
 PxkResult planarToPlanar(const Image& s, Image& d) {
-    return F(s.planes(), s.step(), d.planes(), d.step(), regionOf(s));
+    return planarToPlanar(F, s, d);
 }
 
 template <PlanarToPacked F, class Image>
 PxkResult planarToPacked(const Image& s, Image& d) {
-    return F(s.planes(), s.step(), d.data(), d.step(), regionOf(s));
+    return planarToPacked(F, s, d);
 }
 
-// Alpha is the value the export writes into every destination pixel.
 template <PlanarToPackedAlpha F, uint8_t Alpha = 0xFF, class Image>
 PxkResult planarToPackedAlpha(const Image& s, Image& d) {
-    return F(s.planes(), s.step(), d.data(), d.step(), regionOf(s), Alpha);
+    return planarToPackedAlpha(F, s, d, Alpha);
 }
 
 }  // namespace shapes

@@ -1,8 +1,14 @@
 // pxkcc_bench: every export at one image size, one thread, next to memcpy of the
 // same traffic and to the nearest peer calls that were found at configure time.
 //
-//   pxkcc_bench [--quick] [--size=WxH] [--reps=N] [--min-time=S] [--no-peers]
+//   pxkcc_bench [--lib=PATH ...] [--quick] [--size=WxH] [--reps=N] [--min-time=S]
+//               [--no-peers]
 //               [Google Benchmark flags, e.g. --benchmark_filter=RGBToYCbCr|memcpy]
+//
+// Each --lib names a build of the library (e.g. one per build target); all of them
+// are measured in the same run, each export's builds one after the other. Without
+// --lib, the build of this tree is measured. Our rows are named by export and build,
+// "pxkiRGBToYCbCr_8u_C3R [s2]", the build labelled by its version record's target code.
 //
 // Rows run in table order: memcpy references first, then ours, then the peers. A
 // filter that drops the memcpy rows leaves "x memcpy" empty.
@@ -16,8 +22,8 @@
 #include <vector>
 
 #include "cases.h"
+#include "library.h"
 #include "measure.h"
-#include "pxkcc.h"
 #include "report.h"
 
 namespace {
@@ -29,16 +35,20 @@ struct Options {
     double minTime = 0.3;       // seconds per repetition
     double warmUpTime = 0.1;    // seconds before each benchmark's first repetition
     bool peers = true;
+    std::vector<std::string> libraries;  // empty: the build of this tree
 };
 
 void printUsage() {
     std::printf(
         "pxkcc_bench options (any other flag goes to Google Benchmark):\n"
+        "  --lib=PATH     measure the library build at PATH; repeat to measure several\n"
+        "                 builds side by side (default: %s)\n"
         "  --quick        1 repetition of >= 0.05 s per row (default: 5 of >= 0.3 s, median)\n"
         "  --size=WxH     image size (default 1920x1080)\n"
         "  --reps=N       repetitions per row\n"
         "  --min-time=S   minimum seconds per repetition\n"
-        "  --no-peers     skip the peer rows\n\n");
+        "  --no-peers     skip the peer rows\n\n",
+        bench::defaultLibraryPath());
 }
 
 bool startsWith(const char* arg, const char* prefix) {
@@ -67,6 +77,12 @@ bool parseOptions(int& argc, char** argv, Options& o) {
             if (!(o.minTime > 0)) return false;
         } else if (std::strcmp(a, "--no-peers") == 0) {
             o.peers = false;
+        } else if (startsWith(a, "--lib=")) {
+            if (a[6] == '\0') {
+                std::fprintf(stderr, "empty --lib\n");
+                return false;
+            }
+            o.libraries.push_back(a + 6);
         } else {
             if (std::strcmp(a, "--help") == 0) printUsage();
             argv[kept++] = argv[i];
@@ -101,7 +117,14 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
 
-    const std::vector<bench::Case> ours = bench::ourCases();
+    if (o.libraries.empty()) o.libraries.push_back(bench::defaultLibraryPath());
+    std::vector<bench::Library> libraries;
+    std::vector<bench::Case> ours;
+    std::string error;
+    if (!bench::loadLibraries(o.libraries, libraries, error) || !bench::ourCases(libraries, ours, error)) {
+        std::fprintf(stderr, "pxkcc_bench: %s\n", error.c_str());
+        return 1;
+    }
     std::vector<bench::Case> peers;
     if (o.peers) {
         for (auto& c : bench::openCvCases()) peers.push_back(c);
@@ -135,14 +158,18 @@ int main(int argc, char** argv) {
 #endif
     if (peerNames.empty()) peerNames = " none";
     if (!o.peers) peerNames += " (skipped: --no-peers)";
-    const PxkVersionRecord* v = pxkccGetLibVersion();
-    std::printf("%s %s, image %dx%d, %d repetition(s) of >= %.2f s per row, peers built in:%s\n",
-                v && v->name ? v->name : "pxkcc", v && v->version ? v->version : "?", o.width,
-                o.height, o.repetitions, o.minTime, peerNames.c_str());
+    std::printf("pxkcc_bench: image %dx%d, %d repetition(s) of >= %.2f s per row, peers built in:%s\n",
+                o.width, o.height, o.repetitions, o.minTime, peerNames.c_str());
+    for (const bench::Library& lib : libraries) {
+        const PxkVersionRecord* v = lib.version;
+        const std::string same = lib.sameAs.empty() ? "" : " (same file as [" + lib.sameAs + "])";
+        std::printf("  [%s] %s %s, %s%s\n", lib.label.c_str(), v->name ? v->name : "?",
+                    v->version ? v->version : "?", lib.path.c_str(), same.c_str());
+    }
 
     bench::TableReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
-    bench::printPeerSummary(ours, peers, reporter.results(), o.width, o.height);
+    bench::printPeerSummary(ours, libraries, peers, reporter.results(), o.width, o.height);
     benchmark::Shutdown();
     return 0;
 }

@@ -41,6 +41,22 @@ void setRates(benchmark::State& state, double pixelsPerIter, double bytesPerIter
     state.counters["GB/s"] = Counter(iterations * bytesPerIter / 1e9, Counter::kIsRate);
 }
 
+// Runs a case's `before` now and its `after` when the measurement ends, however it ends.
+class Hold {
+public:
+    explicit Hold(const Case& c) : c_(c) {
+        if (c_.before) c_.before();
+    }
+    ~Hold() {
+        if (c_.after) c_.after();
+    }
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+
+private:
+    const Case& c_;
+};
+
 }  // namespace
 
 void measureCase(benchmark::State& state, const Case& c, int width, int height,
@@ -49,6 +65,7 @@ void measureCase(benchmark::State& state, const Case& c, int width, int height,
     Image& dst = imagePool().destination(c.dst, width, height);
     state.SetLabel(std::string(layoutName(c.src)) + ">" + layoutName(c.dst) + " " +
                    std::to_string(trafficPerPixel(c)) + "B/px");
+    const Hold hold(c);
 
     // One call before timing: checks the status and brings both images into use.
     const int status = c.run(src, dst);

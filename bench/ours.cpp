@@ -2,13 +2,23 @@
 // content, adapter. A new export is one more line here.
 #include "cases.h"
 
+#include "export_shapes.h"
+
 namespace bench {
 
-#define PXK_ROW(fn, src, dst, content, shape) \
-    Case { #fn, Layout::src, Layout::dst, Content::content, shape<fn>, {}, {} }
+// The address comes from the build being measured; its type comes from the export's
+// declaration in pxkcc.h, so a row whose adapter does not fit the export's signature
+// does not compile.
+#define PXK_ROW(fn, src, dst, content, shape)                                            \
+    Export {                                                                              \
+        #fn, Layout::src, Layout::dst, Content::content, [](void* address) -> Convert {  \
+            const auto f = reinterpret_cast<decltype(&fn)>(address);                     \
+            return [f](const Image& s, Image& d) { return shapes::shape(f, s, d); };     \
+        }                                                                                 \
+    }
 
-std::vector<Case> ourCases() {
-    return {
+const std::vector<Export>& ourExports() {
+    static const std::vector<Export> table = {
         // RGB -> studio-range YCbCr, full resolution
         PXK_ROW(pxkiRGBToYCbCr_8u_C3R, C3, C3, Rgb, packedToPacked),
         PXK_ROW(pxkiRGBToYCbCr_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
@@ -24,8 +34,32 @@ std::vector<Case> ourCases() {
         PXK_ROW(pxkiYCbCrToBGR_8u_P3C3R, P3, C3, YCbCr, planarToPacked),
         PXK_ROW(pxkiYCbCrToBGR_8u_P3C4R, P3, C4, YCbCr, planarToPackedAlpha),
     };
+    return table;
 }
 
 #undef PXK_ROW
+
+bool ourCases(const std::vector<Library>& libraries, std::vector<Case>& cases, std::string& error) {
+    for (const Library& lib : libraries) {
+        std::string missing;
+        for (const Export& e : ourExports()) {
+            if (lib.address(e.name) == nullptr) missing += std::string(missing.empty() ? "" : ", ") + e.name;
+        }
+        if (!missing.empty()) {
+            error = lib.path + " [" + lib.label + "] lacks " + missing;
+            return false;
+        }
+    }
+    for (const Export& e : ourExports()) {
+        for (const Library& lib : libraries) {
+            Case c{ourCaseName(e.name, lib.label), e.src, e.dst, e.input,
+                   e.bind(lib.address(e.name)), {}, ""};
+            c.exportName = e.name;
+            c.library = lib.label;
+            cases.push_back(c);
+        }
+    }
+    return true;
+}
 
 }  // namespace bench

@@ -29,46 +29,47 @@ int argbToI444(const Image& s, Image& d) {
                               s.width(), s.height());
 }
 
-// The same call with the library's code paths held to SSSE3 and below, for a view of
-// what its narrower vector code does beside ours (which is SSE2 only).
-template <Convert F>
-int ssse3Only(const Image& s, Image& d) {
-    libyuv::MaskCpuFlags(libyuv::kCpuHasX86 | libyuv::kCpuHasSSE2 | libyuv::kCpuHasSSSE3);
-    const int r = F(s, d);
-    libyuv::MaskCpuFlags(-1);  // back to what the processor offers
-    return r;
+// libyuv picks its code paths from process-wide processor flags. Each call runs twice:
+// as the library chooses (AVX2 where present), and held to SSSE3 and below, the
+// nearest to our SSE2 build. The mask is set before a measurement and lifted after
+// it, outside the timed loop.
+void holdToSsse3() { libyuv::MaskCpuFlags(libyuv::kCpuHasX86 | libyuv::kCpuHasSSE2 | libyuv::kCpuHasSSSE3); }
+void release() { libyuv::MaskCpuFlags(-1); }  // back to what the processor offers
+
+void addBoth(std::vector<Case>& cases, Case c) {
+    cases.push_back(c);
+    c.name += " (SSSE3)";
+    c.note = "as above, held to SSSE3";
+    c.heldTo = "SSSE3";
+    c.before = holdToSsse3;
+    c.after = release;
+    cases.push_back(c);
 }
 
 }  // namespace
 
 std::vector<Case> libyuvCases() {
-    return {
-        {"libyuv/ARGBToI444 (SSSE3)", Layout::AC4, Layout::P3, Content::Rgb, ssse3Only<argbToI444>,
-         {"pxkiRGBToYCbCr_8u_AC4P3R"},
-         "as below, wider paths masked off"},
-        {"libyuv/I444ToABGR (SSSE3)", Layout::P3, Layout::C4, Content::YCbCr,
-         ssse3Only<fromI444<libyuv::I444ToABGR>>,
-         {"pxkiYCbCrToRGB_8u_P3C4R"},
-         "as below, wider paths masked off"},
-        {"libyuv/ARGBToI444", Layout::AC4, Layout::P3, Content::Rgb, argbToI444,
-         {"pxkiRGBToYCbCr_8u_AC4P3R", "pxkiRGBToYCbCr_8u_C3P3R"},
-         "B,G,R,A source bytes"},
-        {"libyuv/I444ToRAW", Layout::P3, Layout::C3, Content::YCbCr, fromI444<libyuv::I444ToRAW>,
-         {"pxkiYCbCrToRGB_8u_P3C3R"},
-         "same layout and byte order (R,G,B)"},
-        {"libyuv/I444ToRGB24", Layout::P3, Layout::C3, Content::YCbCr,
-         fromI444<libyuv::I444ToRGB24>,
-         {"pxkiYCbCrToBGR_8u_P3C3R"},
-         "same layout and byte order (B,G,R)"},
-        {"libyuv/I444ToABGR", Layout::P3, Layout::C4, Content::YCbCr,
-         fromI444<libyuv::I444ToABGR>,
-         {"pxkiYCbCrToRGB_8u_P3C4R"},
-         "same layout and byte order (R,G,B,A), alpha 255"},
-        {"libyuv/I444ToARGB", Layout::P3, Layout::C4, Content::YCbCr,
-         fromI444<libyuv::I444ToARGB>,
-         {"pxkiYCbCrToBGR_8u_P3C4R"},
-         "same layout and byte order (B,G,R,A), alpha 255"},
-    };
+    std::vector<Case> cases;
+    addBoth(cases, {"libyuv/ARGBToI444", Layout::AC4, Layout::P3, Content::Rgb, argbToI444,
+                    {"pxkiRGBToYCbCr_8u_AC4P3R", "pxkiRGBToYCbCr_8u_C3P3R"},
+                    "B,G,R,A source bytes"});
+    addBoth(cases, {"libyuv/I444ToRAW", Layout::P3, Layout::C3, Content::YCbCr,
+                    fromI444<libyuv::I444ToRAW>,
+                    {"pxkiYCbCrToRGB_8u_P3C3R"},
+                    "same layout and byte order (R,G,B)"});
+    addBoth(cases, {"libyuv/I444ToRGB24", Layout::P3, Layout::C3, Content::YCbCr,
+                    fromI444<libyuv::I444ToRGB24>,
+                    {"pxkiYCbCrToBGR_8u_P3C3R"},
+                    "same layout and byte order (B,G,R)"});
+    addBoth(cases, {"libyuv/I444ToABGR", Layout::P3, Layout::C4, Content::YCbCr,
+                    fromI444<libyuv::I444ToABGR>,
+                    {"pxkiYCbCrToRGB_8u_P3C4R"},
+                    "same layout and byte order (R,G,B,A), alpha 255"});
+    addBoth(cases, {"libyuv/I444ToARGB", Layout::P3, Layout::C4, Content::YCbCr,
+                    fromI444<libyuv::I444ToARGB>,
+                    {"pxkiYCbCrToBGR_8u_P3C4R"},
+                    "same layout and byte order (B,G,R,A), alpha 255"});
+    return cases;
 }
 #else
 std::vector<Case> libyuvCases() { return {}; }

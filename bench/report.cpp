@@ -1,5 +1,6 @@
 #include "report.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
@@ -18,6 +19,18 @@ double counter(const benchmark::BenchmarkReporter::Run& run, const char* name) {
 }
 
 bool isMemcpy(const std::string& name) { return name.rfind("memcpy/", 0) == 0; }
+
+// `value` printed with `format`, or "n/a" when it is not positive.
+std::string number(double value, const char* format) {
+    char text[32] = "n/a";
+    if (value > 0) std::snprintf(text, sizeof text, format, value);
+    return text;
+}
+
+// " " and `text` right-aligned in `width` columns.
+std::string column(const std::string& text, size_t width) {
+    return " " + std::string(width > text.size() ? width - text.size() : 0, ' ') + text;
+}
 
 }  // namespace
 
@@ -91,47 +104,93 @@ void TableReporter::printRow(const std::string& name, const std::string& label,
     std::fflush(out);
 }
 
-void printPeerSummary(const std::vector<Case>& ours, const std::vector<Case>& peers,
-                      const std::map<std::string, Measured>& results, int width, int height) {
+void printPeerSummary(const std::vector<Case>& ours, const std::vector<Library>& libraries,
+                      const std::vector<Case>& peers, const std::map<std::string, Measured>& results,
+                      int width, int height) {
     std::FILE* out = stdout;
     std::fprintf(out,
-                 "\nOurs against the nearest peer call, %dx%d, one thread "
-                 "(ratio = our Mpix/s / peer Mpix/s; above 1 means ours is faster)\n",
+                 "\nOurs against the nearest peer call, %dx%d, one thread (Mpix/s of each build of "
+                 "ours;\nratio = that build's Mpix/s / peer Mpix/s, above 1 means ours is faster)\n",
                  width, height);
-    std::fprintf(out, "%-26s %8s  %-34s %8s %7s  %s\n", "export", "Mpix/s", "nearest peer",
-                 "Mpix/s", "ratio", "how the peer call differs");
+
+    // One Mpix/s column and one ratio column per build, headed by its label.
+    std::vector<size_t> rateWidth, ratioWidth;
+    std::string head = "export                    ";
+    for (const Library& lib : libraries) {
+        const std::string title = lib.label + " Mpix/s";
+        rateWidth.push_back(std::max<size_t>(9, title.size()));
+        head += column(title, rateWidth.back());
+    }
+    char peerHead[96];
+    std::snprintf(peerHead, sizeof peerHead, "  %-34s %-7s %8s", "nearest peer", "held to", "Mpix/s");
+    head += peerHead;
+    for (const Library& lib : libraries) {
+        const std::string title = lib.label + "/peer";
+        ratioWidth.push_back(std::max<size_t>(7, title.size()));
+        head += column(title, ratioWidth.back());
+    }
+    head += "  how the peer call differs";
+    std::fprintf(out, "%s\n", head.c_str());
+
     auto rate = [&](const std::string& name) {
         auto it = results.find(name);
         return it == results.end() || !it->second.error.empty() ? 0.0 : it->second.mpixPerSec;
     };
+
+    std::vector<std::string> exports;  // in table order, each once
     for (const Case& c : ours) {
-        const double mine = rate(c.name);
-        if (results.find(c.name) == results.end()) continue;  // filtered out
-        char mineText[32] = "n/a";
-        if (mine > 0) std::snprintf(mineText, sizeof mineText, "%.1f", mine);
-        const std::string shortName = c.name.rfind("pxki", 0) == 0 ? c.name.substr(4) : c.name;
+        if (std::find(exports.begin(), exports.end(), c.exportName) == exports.end()) exports.push_back(c.exportName);
+    }
+    bool anyHeld = false;
+    for (const std::string& e : exports) {
+        // The export's rate in each build (0 if it failed), and whether any of them ran.
+        std::vector<double> mine;
+        bool ran = false;
+        for (const Library& lib : libraries) {
+            const std::string name = ourCaseName(e, lib.label);
+            ran = ran || results.find(name) != results.end();
+            mine.push_back(rate(name));
+        }
+        if (!ran) continue;  // filtered out
+
+        std::string left = e.rfind("pxki", 0) == 0 ? e.substr(4) : e;
+        left.resize(std::max<size_t>(left.size(), 26), ' ');
+        for (size_t i = 0; i < libraries.size(); ++i) {
+            left += column(number(mine[i], "%.1f"), rateWidth[i]);
+        }
+        const std::string blank(left.size(), ' ');
+
         bool any = false;
         for (const Case& p : peers) {
-            bool stands = false;
-            for (const std::string& s : p.standsFor) stands = stands || s == c.name;
-            if (!stands) continue;
-            any = true;
+            if (std::find(p.standsFor.begin(), p.standsFor.end(), e) == p.standsFor.end()) continue;
             const double theirs = rate(p.name);
-            char theirsText[32] = "n/a", ratioText[32] = "n/a";
-            if (theirs > 0) std::snprintf(theirsText, sizeof theirsText, "%.1f", theirs);
-            if (mine > 0 && theirs > 0) std::snprintf(ratioText, sizeof ratioText, "%.2f", mine / theirs);
-            std::fprintf(out, "%-26s %8s  %-34s %8s %7s  %s\n", shortName.c_str(), mineText,
-                         p.name.c_str(), theirsText, ratioText, p.note.c_str());
+            char peerText[96];
+            std::snprintf(peerText, sizeof peerText, "  %-34s %-7s %8s", p.name.c_str(),
+                          p.heldTo.empty() ? "-" : p.heldTo.c_str(), number(theirs, "%.1f").c_str());
+            std::string line = (any ? blank : left) + peerText;
+            for (size_t i = 0; i < libraries.size(); ++i) {
+                line += column(number(theirs > 0 ? mine[i] / theirs : 0, "%.2f"), ratioWidth[i]);
+            }
+            std::fprintf(out, "%s  %s\n", line.c_str(), p.note.c_str());
+            any = true;
+            anyHeld = anyHeld || !p.heldTo.empty();
         }
         if (!any) {
-            std::fprintf(out, "%-26s %8s  %s\n", shortName.c_str(), mineText,
+            std::fprintf(out, "%s  %s\n", left.c_str(),
                          peers.empty() ? "(no peer run)" : "(no peer equivalent)");
         }
     }
+
+    for (const Library& lib : libraries) {
+        std::fprintf(out, "[%s] %s, %s\n", lib.label.c_str(), lib.version->name ? lib.version->name : "?",
+                     lib.path.c_str());
+    }
     if (!peers.empty()) {
-        std::fprintf(out,
-                     "Peers pick their instruction set at run time (AVX2 where present); ours is "
-                     "SSE2 only.\n");
+        std::fprintf(out, "Each build of ours runs the instruction set it was built for. Peer calls pick theirs at\n"
+                          "run time (AVX2 where present)%s\n",
+                     anyHeld ? ", except those held to SSSE3: libyuv's processor flags\n"
+                               "masked to SSSE3 and below, to set beside the sse2 build."
+                             : ".");
     }
 }
 

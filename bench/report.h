@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "cases.h"
+#include "library.h"
 
 namespace bench {
 
@@ -45,9 +46,11 @@ private:
     std::map<std::string, Measured> results_;
 };
 
-// For each of our exports: our Mpix/s over that of each peer that stands for it.
-void printPeerSummary(const std::vector<Case>& ours, const std::vector<Case>& peers,
-                      const std::map<std::string, Measured>& results, int width, int height);
+// For each of our exports: its Mpix/s in each build, side by side, and each build's
+// Mpix/s over that of each peer call that stands for the export.
+void printPeerSummary(const std::vector<Case>& ours, const std::vector<Library>& libraries,
+                      const std::vector<Case>& peers, const std::map<std::string, Measured>& results,
+                      int width, int height);
 
 }  // namespace bench
 

@@ -1,5 +1,7 @@
 // The generic row kernel of per-pixel three-channel conversions: vector blocks over
-// the columns below n = width - width % 8, the scalar tail for the rest.
+// the columns below n = width - width % 8, the scalar tail for the rest. The blocks
+// are as wide as the build's widest vector allows (32 pixels in the avx2 build, 16 in
+// the sse2 build), then 16 and a last 8 as needed.
 #pragma once
 
 #include "frame/simd_inline.h"
@@ -13,6 +15,7 @@
 
 #include "frame/drivers.h"
 #include "frame/pixel_block.h"
+#include "frame/vec.h"
 
 namespace pxk {
 
@@ -33,20 +36,21 @@ struct HasQuadLayouts<In, Out,
 
 }  // namespace detail
 
-// A conversion given as two forms: Block::apply(const Lanes3&) for the columns of the
-// vector blocks, Tail::apply(Pixel3) for the tail. With Reorder the first and third
-// output channels of both are swapped (an RGB result written in BGR order).
-template <class Block, class Tail, bool Reorder = false>
+// A conversion given as two forms: BlockForm::apply(const Lanes3<V>&) for the columns
+// of the vector blocks, Tail::apply(Pixel3) for the tail. With Reorder the first and
+// third output channels of both are swapped (an RGB result written in BGR order).
+template <class BlockForm, class Tail, bool Reorder = false>
 struct ColumnForms {
-    PXK_INLINE static Lanes3 block(const Lanes3& v) {
-        Lanes3 r = Block::apply(v);
+    template <class V>
+    PXK_INLINE static Lanes3<V> block(const Lanes3<V>& v) {
+        Lanes3<V> r = BlockForm::template apply<V>(v);
         if (Reorder) std::swap(r.c[0], r.c[2]);
         return r;
     }
     // Blocks in quad order (see Quads16), for a block form that has them; with Reorder
     // there are none.
-    static constexpr bool kHasQuads = !Reorder && detail::HasQuadApply<Block>::value;
-    PXK_INLINE static Quads16 blockQuads(const Quads16& v) { return Block::apply(v); }
+    static constexpr bool kHasQuads = !Reorder && detail::HasQuadApply<BlockForm>::value;
+    PXK_INLINE static Quads16 blockQuads(const Quads16& v) { return BlockForm::apply(v); }
     PXK_INLINE static Pixel3 tail(Pixel3 p) {
         Pixel3 r = Tail::apply(p);
         if (Reorder) std::swap(r.c[0], r.c[2]);
@@ -83,22 +87,23 @@ struct Staging {
     }
 };
 
-template <class Forms>
-PXK_INLINE Block16 applyForms(const Block16& src) {
-    Block16 dst;
+template <class Forms, class V>
+PXK_INLINE Block<V> applyForms(const Block<V>& src) {
+    Block<V> dst;
     dst.half[0] = Forms::block(src.half[0]);
     dst.half[1] = Forms::block(src.half[1]);
     return dst;
 }
 
-// Sixteen pixels from column x. Where both layouts and the block form have quad order,
-// the block goes through it; the results are the same pixel for pixel either way.
-template <class Forms, class In, class Out>
-PXK_INLINE void convertBlock16(const In& in, const Out& out, int32_t x) {
-    if constexpr (Forms::kHasQuads && HasQuadLayouts<In, Out>::value) {
+// One block of vector type V from column x. Where both layouts and the block form have
+// quad order (128-bit blocks of the sse2 network), the block goes through it; the
+// results are the same pixel for pixel either way.
+template <class Forms, class V, class In, class Out>
+PXK_INLINE void convertBlock(const In& in, const Out& out, int32_t x) {
+    if constexpr (std::is_same_v<V, vec::V128> && Forms::kHasQuads && HasQuadLayouts<In, Out>::value) {
         out.storeQuads(x, Forms::blockQuads(in.loadQuads(x)));
     } else {
-        out.store(x, applyForms<Forms>(in.load(x)));
+        out.store(x, applyForms<Forms>(in.template load<V>(x)));
     }
 }
 
@@ -108,22 +113,24 @@ template <class Forms, class In, class Out>
 __attribute__((noinline)) void convertStagedBlock(const In& in, const Out& out, int32_t x, int32_t count) {
     Staging<In> inBuf;
     Staging<Out> outBuf;
-    convertBlock16<Forms>(inBuf.fill(in, x, count), outBuf.fill(out, x, count), 0);
+    convertBlock<Forms, vec::V128>(inBuf.fill(in, x, count), outBuf.fill(out, x, count), 0);
     outBuf.drain(out, x, count);
 }
 
 }  // namespace detail
 
-// Converts one row of `width` pixels from `in` to `out`. Vector blocks cover 16
-// columns; a last block of 8 runs through local buffers, so that no byte beyond the
-// row's last pixel is read or written.
+// Converts one row of `width` pixels from `in` to `out`. Vector blocks cover the
+// widest vector's block, then 16 columns; a last block of 8 runs through local
+// buffers, so that no byte beyond the row's last pixel is read or written.
 template <class Forms, class In, class Out>
 PXK_INLINE void convertRow(const In& in, const Out& out, int32_t width) {
-    splitColumns<8>(
+    splitColumns<8, kBlockPixels<vec::Widest>>(
         width,
         [&](int32_t x, int32_t count) PXK_LAMBDA_INLINE {
-            if (count == 16) {
-                detail::convertBlock16<Forms>(in, out, x);
+            if (count == kBlockPixels<vec::Widest>) {
+                detail::convertBlock<Forms, vec::Widest>(in, out, x);
+            } else if (count == kBlockPixels<vec::V128>) {
+                detail::convertBlock<Forms, vec::V128>(in, out, x);
             } else {
                 detail::convertStagedBlock<Forms>(in, out, x, count);
             }

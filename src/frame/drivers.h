@@ -112,16 +112,26 @@ PXK_INLINE PxkResult oddSizeStatus(PxkSize size, int32_t groupWidth, int32_t gro
 
 // Splits a row of `width` pixels into vector blocks of `Block` columns and a scalar
 // tail. With n = width - width % Block, the columns 0 to n - 1 go to the vector blocks
-// and the columns n and up to tail(x), one call each. Blocks run two at a time where
-// they can: block(x, count) covers columns x to x + count - 1, with count 2 * Block, or
-// Block for a last single block. The column split is part of the output in the
-// fixed-point conversions, whose blocks and tails compute differently.
-template <int32_t Block, class BlockFn, class TailFn>
+// and the columns n and up to tail(x), one call each. The vector columns run in
+// blocks of `Widest` columns while they last, then in halving blocks (Widest / 2 down
+// to Block), each at most once: block(x, count) covers columns x to x + count - 1.
+// The column split is part of the output in the fixed-point conversions, whose blocks
+// and tails compute differently; the block widths are not (every width of block gives
+// a column the same bits).
+template <int32_t Block, int32_t Widest = 2 * Block, class BlockFn, class TailFn>
 PXK_INLINE void splitColumns(int32_t width, BlockFn&& block, TailFn&& tail) {
+    static_assert(Widest >= Block && Widest % Block == 0 && ((Widest / Block) & (Widest / Block - 1)) == 0,
+                  "Widest is Block times a power of two");
     const int32_t n = width - width % Block;
     int32_t x = 0;
-    for (; n - x >= 2 * Block; x += 2 * Block) block(x, 2 * Block);
-    if (x < n) block(x, Block);
+    for (; n - x >= Widest; x += Widest) block(x, Widest);
+    PXK_UNROLL
+    for (int32_t count = Widest / 2; count >= Block; count /= 2) {
+        if (n - x >= count) {
+            block(x, count);
+            x += count;
+        }
+    }
     for (x = n; x < width; ++x) tail(x);
 }
 

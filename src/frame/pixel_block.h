@@ -1,41 +1,56 @@
-// Blocks of pixels for the SSE2 kernels, and the memory layouts they are read from
+// Blocks of pixels for the vector kernels, and the memory layouts they are read from
 // and written to.
 //
-// A vector kernel works on 16 pixels at a time. Each channel is held as two vectors
-// of eight 16-bit lanes: half 0 carries the even pixels (0, 2, ..., 14), half 1 the
-// odd ones. That order is what the packed three-channel network produces with the
-// fewest shuffles, and every layout here reads and writes it, so layouts can be mixed
-// freely. Stores saturate each lane to 8 bits.
+// A block is 16 pixels in each 128-bit lane of its vector type (16 in the 128-bit type,
+// 32 in the 256-bit one; lane L holds pixels 16 L to 16 L + 15). Within a lane each
+// channel is held as two vectors of eight 16-bit lanes: half 0 carries the even pixels
+// (0, 2, ..., 14), half 1 the odd ones. That order comes from packed and planar rows
+// with the fewest shuffles, and every layout reads and writes it, so layouts can be
+// mixed freely. Stores saturate each lane to 8 bits.
+//
+// Each layout is written once over the vector type: loadLanes/storeLanes fetch one
+// 16-byte chunk a lane, and every shuffle is in-lane, so the wider block is the
+// narrow one twice over. Where the avx2 build has byte shuffles, the packed layouts
+// use a shorter network of their own; it delivers the same order.
 #pragma once
 
 #include "frame/simd_inline.h"
-
-#include <emmintrin.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
+#include "frame/vec.h"
+
 namespace pxk {
 
-// Eight pixels of three channels, one vector of 16-bit lanes a channel.
+// Eight pixels (per 128-bit lane) of three channels, one vector of 16-bit lanes a
+// channel.
+template <class V>
 struct Lanes3 {
-    __m128i c[3];
+    V c[3];
 };
 
-// Sixteen pixels of three channels: half[0] the even pixels, half[1] the odd ones.
-struct Block16 {
-    Lanes3 half[2];
+// Sixteen pixels per 128-bit lane of three channels: half[0] the even pixels,
+// half[1] the odd ones.
+template <class V>
+struct Block {
+    Lanes3<V> half[2];
 };
 
-// Sixteen pixels of a packed three-channel row in quad order. Quad q = 3 * s + c holds
-// channel c of the pixels s, s + 4, s + 8 and s + 12 (s = 0..3) in four 16-bit lanes,
-// and v[r] carries quad 2r in its lower half and quad 2r + 1 in its upper half: the
-// quads lie in the order of the packed bytes. Two rounds of the byte network reach
-// this order from packed pixels, one round less than Block16 takes, and two merge
-// rounds go back; a form that can work on it saves a round each way.
+// Pixels a block of vector type V covers.
+template <class V>
+inline constexpr int32_t kBlockPixels = 16 * vec::kLanes<V>;
+
+// Sixteen pixels of a packed three-channel row in quad order (128-bit, SSE2 network
+// only). Quad q = 3 * s + c holds channel c of the pixels s, s + 4, s + 8 and s + 12
+// (s = 0..3) in four 16-bit lanes, and v[r] carries quad 2r in its lower half and quad
+// 2r + 1 in its upper half: the quads lie in the order of the packed bytes. Two rounds
+// of the byte network reach this order from packed pixels, one round less than a Block
+// takes, and two merge rounds go back; a form that can work on it saves a round each
+// way.
 struct Quads16 {
-    __m128i v[6];
+    vec::V128 v[6];
 };
 
 // One pixel of three 8-bit channels, for the scalar tails.
@@ -45,51 +60,50 @@ struct Pixel3 {
 
 namespace simd {
 
-PXK_INLINE __m128i load(const uint8_t* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
-PXK_INLINE void store(uint8_t* p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
-
-// Upper eight bytes, moved to the lower half. A dword shuffle writes a new register and
-// leaves v as it was, so no copy of v is needed when v is used again.
-PXK_INLINE __m128i upperHalf(__m128i v) { return _mm_shuffle_epi32(v, _MM_SHUFFLE(3, 2, 3, 2)); }
+using namespace vec;
 
 // One round of the three-register byte network. Three rounds take 48 bytes of packed
 // three-channel pixels to [c0 even | c1 even], [c2 even | c0 odd], [c1 odd | c2 odd];
 // a fourth would finish the split into planes.
-PXK_INLINE void splitRound(__m128i& a, __m128i& b, __m128i& c) {
-    const __m128i na = _mm_unpacklo_epi8(a, upperHalf(b));
-    const __m128i nb = _mm_unpacklo_epi8(upperHalf(a), c);
-    const __m128i nc = _mm_unpacklo_epi8(b, upperHalf(c));
+template <class V>
+PXK_INLINE void splitRound(V& a, V& b, V& c) {
+    const V na = unpacklo8(a, upperHalf(b));
+    const V nb = unpacklo8(upperHalf(a), c);
+    const V nc = unpacklo8(b, upperHalf(c));
     a = na;
     b = nb;
     c = nc;
 }
 
 // The inverse of splitRound: even bytes and odd bytes gathered back.
-PXK_INLINE void mergeRound(__m128i& a, __m128i& b, __m128i& c) {
-    const __m128i lowBytes = _mm_set1_epi16(0x00FF);
-    const __m128i na = _mm_packus_epi16(_mm_and_si128(a, lowBytes), _mm_and_si128(b, lowBytes));
-    const __m128i nb = _mm_packus_epi16(_mm_and_si128(c, lowBytes), _mm_srli_epi16(a, 8));
-    const __m128i nc = _mm_packus_epi16(_mm_srli_epi16(b, 8), _mm_srli_epi16(c, 8));
+template <class V>
+PXK_INLINE void mergeRound(V& a, V& b, V& c) {
+    const V lowBytes = splat16<V>(0x00FF);
+    const V na = packus16(and_(a, lowBytes), and_(b, lowBytes));
+    const V nb = packus16(and_(c, lowBytes), srli16<8>(a));
+    const V nc = packus16(srli16<8>(b), srli16<8>(c));
     a = na;
     b = nb;
     c = nc;
 }
 
-// Even and odd bytes of a vector as two vectors of eight 16-bit lanes.
-PXK_INLINE void evenOddLanes(__m128i v, __m128i& even, __m128i& odd) {
-    even = _mm_and_si128(v, _mm_set1_epi16(0x00FF));
-    odd = _mm_srli_epi16(v, 8);
+// Even and odd bytes of a vector as two vectors of 16-bit lanes.
+template <class V>
+PXK_INLINE void evenOddLanes(V v, V& even, V& odd) {
+    even = and_(v, splat16<V>(0x00FF));
+    odd = srli16<8>(v);
 }
 
-// Sixteen bytes in pixel order from even and odd 16-bit lanes, saturated to 8 bits.
-PXK_INLINE __m128i fromEvenOddLanes(__m128i even, __m128i odd) {
-    const __m128i packed = _mm_packus_epi16(even, odd);
-    return _mm_unpacklo_epi8(packed, upperHalf(packed));
+// Bytes in pixel order from even and odd 16-bit lanes, saturated to 8 bits.
+template <class V>
+PXK_INLINE V fromEvenOddLanes(V even, V odd) {
+    const V packed = packus16(even, odd);
+    return unpacklo8(packed, upperHalf(packed));
 }
 
 // Quad Q of a Quads16 in the lower half of a vector; the upper half is left unspecified.
 template <int Q>
-PXK_INLINE __m128i quadLow(const Quads16& q) {
+PXK_INLINE V128 quadLow(const Quads16& q) {
     if constexpr (Q % 2 == 0) {
         return q.v[Q / 2];
     } else {
@@ -99,36 +113,95 @@ PXK_INLINE __m128i quadLow(const Quads16& q) {
 
 // Quad Lo in the lower half and quad Hi in the upper half of one vector.
 template <int Lo, int Hi>
-PXK_INLINE __m128i joinQuads(const Quads16& q) {
+PXK_INLINE V128 joinQuads(const Quads16& q) {
     constexpr int lo = Lo % 2, hi = Hi % 2;
     if constexpr (Lo / 2 == Hi / 2) {
-        return _mm_shuffle_epi32(q.v[Lo / 2], _MM_SHUFFLE(2 * hi + 1, 2 * hi, 2 * lo + 1, 2 * lo));
+        return shuffle32<_MM_SHUFFLE(2 * hi + 1, 2 * hi, 2 * lo + 1, 2 * lo)>(q.v[Lo / 2]);
     } else {
         return _mm_castpd_si128(
             _mm_shuffle_pd(_mm_castsi128_pd(q.v[Lo / 2]), _mm_castsi128_pd(q.v[Hi / 2]), lo | (hi << 1)));
     }
 }
 
-// Sixteen pixels of four bytes, as four vectors of four pixels, from 16-bit lanes of
-// three channels and an alpha (even and odd halves), saturated to 8 bits.
-PXK_INLINE void fourChannelPixels(const Lanes3& even, __m128i alphaEven, const Lanes3& odd,
-                              __m128i alphaOdd, __m128i out[4]) {
-    __m128i pix[2][2];  // [even/odd][pixels 0-7 / 8-15], four pixels a vector
-    const Lanes3* halves[2] = {&even, &odd};
-    const __m128i alphas[2] = {alphaEven, alphaOdd};
+// Sixteen pixels (per lane) of four bytes, as four vectors of four pixels each, from
+// 16-bit lanes of three channels and an alpha (even and odd halves), saturated to 8
+// bits.
+template <class V>
+PXK_INLINE void fourChannelPixels(const Lanes3<V>& even, V alphaEven, const Lanes3<V>& odd, V alphaOdd, V out[4]) {
+    V pix[2][2];  // [even/odd][pixels 0-7 / 8-15], four pixels a vector
+    const Lanes3<V>* halves[2] = {&even, &odd};
+    const V alphas[2] = {alphaEven, alphaOdd};
     PXK_UNROLL
     for (int h = 0; h < 2; ++h) {
-        const __m128i c0c2 = _mm_packus_epi16(halves[h]->c[0], halves[h]->c[2]);
-        const __m128i c1c3 = _mm_packus_epi16(halves[h]->c[1], alphas[h]);
-        const __m128i c01 = _mm_unpacklo_epi8(c0c2, c1c3);
-        const __m128i c23 = _mm_unpackhi_epi8(c0c2, c1c3);
-        pix[h][0] = _mm_unpacklo_epi16(c01, c23);
-        pix[h][1] = _mm_unpackhi_epi16(c01, c23);
+        const V c0c2 = packus16(halves[h]->c[0], halves[h]->c[2]);
+        const V c1c3 = packus16(halves[h]->c[1], alphas[h]);
+        const V c01 = unpacklo8(c0c2, c1c3);
+        const V c23 = unpackhi8(c0c2, c1c3);
+        pix[h][0] = unpacklo16(c01, c23);
+        pix[h][1] = unpackhi16(c01, c23);
     }
-    out[0] = _mm_unpacklo_epi32(pix[0][0], pix[1][0]);
-    out[1] = _mm_unpackhi_epi32(pix[0][0], pix[1][0]);
-    out[2] = _mm_unpacklo_epi32(pix[0][1], pix[1][1]);
-    out[3] = _mm_unpackhi_epi32(pix[0][1], pix[1][1]);
+    out[0] = unpacklo32(pix[0][0], pix[1][0]);
+    out[1] = unpackhi32(pix[0][0], pix[1][0]);
+    out[2] = unpacklo32(pix[0][1], pix[1][1]);
+    out[3] = unpackhi32(pix[0][1], pix[1][1]);
+}
+
+// ---------------------------------------------------------------------------------
+// Byte-shuffle networks (avx2 build). A lane's 48 packed three-channel bytes lie in
+// three chunks; since 16 = 1 modulo 3, each channel owns a different set of byte
+// positions in each chunk, and the three sets partition the 16 positions. So two
+// blends gather every byte of one channel into one vector, and one shuffle puts them
+// in pixel order; the store runs the same steps backwards.
+// ---------------------------------------------------------------------------------
+
+struct ByteTable {
+    uint8_t b[16];
+};
+
+// After the blends, position j of channel c's vector holds the byte of chunk
+// (c - j) mod 3 at position j, which is pixel (16 * chunk + j) / 3.
+constexpr int chunkOf(int c, int j) { return ((c - j) % 3 + 3) % 3; }
+constexpr int pixelAt(int c, int j) { return (16 * chunkOf(c, j) + j) / 3; }
+
+// The tables are built at compile time, once, into constant arrays indexed by chunk and
+// channel; the unrolled loops below index them with constants.
+struct C3Tables {
+    ByteTable channelPositions[3][3];  // [chunk][c]: top bit set where chunk holds channel c
+    ByteTable gatheredToPixels[3];     // [c]: pixel i sits at position (3 i + c) % 16
+    ByteTable evenOddToGathered[3];    // [c]: packed even/odd bytes (pixel i at (i % 2) * 8 + i / 2)
+                                       //      into channel c's gathered order
+};
+
+constexpr C3Tables makeC3Tables() {
+    C3Tables t{};
+    for (int chunk = 0; chunk < 3; ++chunk)
+        for (int c = 0; c < 3; ++c)
+            for (int j = 0; j < 16; ++j)
+                t.channelPositions[chunk][c].b[j] = ((16 * chunk + j) % 3 == c) ? 0x80 : 0x00;
+    for (int c = 0; c < 3; ++c) {
+        for (int i = 0; i < 16; ++i) t.gatheredToPixels[c].b[i] = static_cast<uint8_t>((3 * i + c) % 16);
+        for (int j = 0; j < 16; ++j) {
+            const int p = pixelAt(c, j);
+            t.evenOddToGathered[c].b[j] = static_cast<uint8_t>((p % 2) * 8 + p / 2);
+        }
+    }
+    return t;
+}
+inline constexpr C3Tables kC3Tables = makeC3Tables();
+
+// Four-byte pixels: shuffle of one 16-byte chunk (four pixels) into channel order,
+// four bytes a channel.
+constexpr ByteTable makePixelsToChannels() {
+    ByteTable t{};
+    for (int c = 0; c < 4; ++c)
+        for (int i = 0; i < 4; ++i) t.b[4 * c + i] = static_cast<uint8_t>(4 * i + c);
+    return t;
+}
+inline constexpr ByteTable kPixelsToChannels = makePixelsToChannels();
+
+template <class V>
+PXK_INLINE V table(const ByteTable& t) {
+    return bytesInEachLane<V>(t.b);
 }
 
 }  // namespace simd
@@ -157,10 +230,10 @@ PXK_INLINE void writePacked(uint8_t* row, int32_t x, Pixel3 v) {
 }
 
 // ---------------------------------------------------------------------------------
-// Layouts. Each is bound to one row: load(x) / store(x, block) move the 16 pixels
-// from column x, load1(x) / store1(x, pixel) one pixel for the scalar tail. kPlanes
-// and kBytes (bytes a pixel in each plane) let the generic row kernel stage a short
-// block through a local buffer (see convert_row.h).
+// Layouts. Each is bound to one row: load<V>(x) / store(x, block) move the block of
+// pixels from column x, load1(x) / store1(x, pixel) one pixel for the scalar tail.
+// kPlanes and kBytes (bytes a pixel in each plane) let the generic row kernel stage a
+// short block through a local buffer (see convert_row.h).
 // ---------------------------------------------------------------------------------
 
 // Three interleaved channels (C3), read.
@@ -169,36 +242,63 @@ struct PackedC3In {
     static constexpr int kBytes = 3;
     const uint8_t* plane[1];
 
-    // Sixteen pixels from column x through `Rounds` rounds of the byte network, then
-    // widened to six vectors of 16-bit lanes in the order of the three registers.
-    template <int Rounds>
-    PXK_INLINE void loadSplit(int32_t x, __m128i w[6]) const {
+    // The three 16-byte chunks of each lane's 48 bytes from column x.
+    template <class V>
+    PXK_INLINE void chunks(int32_t x, V& a, V& b, V& c) const {
         const uint8_t* p = plane[0] + pixelOffset<3>(x);
-        __m128i a = simd::load(p), b = simd::load(p + 16), c = simd::load(p + 32);
+        a = vec::loadLanes<V, 48>(p);
+        b = vec::loadLanes<V, 48>(p + 16);
+        c = vec::loadLanes<V, 48>(p + 32);
+    }
+
+#if defined(PXKCC_TARGET_AVX2)
+    template <class V>
+    PXK_INLINE Block<V> load(int32_t x) const {
+        using namespace simd;
+        V a, b, c;
+        chunks(x, a, b, c);
+        Block<V> out;
+        PXK_UNROLL
+        for (int k = 0; k < 3; ++k) {
+            const V gathered = blendBytes(blendBytes(a, b, table<V>(kC3Tables.channelPositions[1][k])), c,
+                                          table<V>(kC3Tables.channelPositions[2][k]));
+            evenOddLanes(shuffleBytes(gathered, table<V>(kC3Tables.gatheredToPixels[k])), out.half[0].c[k], out.half[1].c[k]);
+        }
+        return out;
+    }
+#else
+    // Sixteen pixels a lane through `Rounds` rounds of the byte network, then widened
+    // to six vectors of 16-bit lanes in the order of the three registers.
+    template <class V, int Rounds>
+    PXK_INLINE void loadSplit(int32_t x, V w[6]) const {
+        V a, b, c;
+        chunks(x, a, b, c);
         PXK_UNROLL
         for (int r = 0; r < Rounds; ++r) simd::splitRound(a, b, c);
-        const __m128i z = _mm_setzero_si128();
-        w[0] = _mm_unpacklo_epi8(a, z);
-        w[1] = _mm_unpackhi_epi8(a, z);
-        w[2] = _mm_unpacklo_epi8(b, z);
-        w[3] = _mm_unpackhi_epi8(b, z);
-        w[4] = _mm_unpacklo_epi8(c, z);
-        w[5] = _mm_unpackhi_epi8(c, z);
+        const V z = vec::zero<V>();
+        w[0] = vec::unpacklo8(a, z);
+        w[1] = vec::unpackhi8(a, z);
+        w[2] = vec::unpacklo8(b, z);
+        w[3] = vec::unpackhi8(b, z);
+        w[4] = vec::unpacklo8(c, z);
+        w[5] = vec::unpackhi8(c, z);
     }
-    PXK_INLINE Block16 load(int32_t x) const {
-        __m128i w[6];
-        loadSplit<3>(x, w);
-        Block16 out;
-        out.half[0] = Lanes3{{w[0], w[1], w[2]}};
-        out.half[1] = Lanes3{{w[3], w[4], w[5]}};
+    template <class V>
+    PXK_INLINE Block<V> load(int32_t x) const {
+        V w[6];
+        loadSplit<V, 3>(x, w);
+        Block<V> out;
+        out.half[0] = Lanes3<V>{{w[0], w[1], w[2]}};
+        out.half[1] = Lanes3<V>{{w[3], w[4], w[5]}};
         return out;
     }
     // The same pixels in quad order: one round fewer.
     PXK_INLINE Quads16 loadQuads(int32_t x) const {
         Quads16 out;
-        loadSplit<2>(x, out.v);
+        loadSplit<vec::V128, 2>(x, out.v);
         return out;
     }
+#endif
     PXK_INLINE Pixel3 load1(int32_t x) const { return readPacked<3>(plane[0], x); }
 };
 
@@ -208,28 +308,53 @@ struct PackedC3Out {
     static constexpr int kBytes = 3;
     uint8_t* plane[1];
 
+    template <class V>
+    PXK_INLINE void storeChunks(int32_t x, V a, V b, V c) const {
+        uint8_t* p = plane[0] + pixelOffset<3>(x);
+        vec::storeLanes<V, 48>(p, a);
+        vec::storeLanes<V, 48>(p + 16, b);
+        vec::storeLanes<V, 48>(p + 32, c);
+    }
+
+#if defined(PXKCC_TARGET_AVX2)
+    template <class V>
+    PXK_INLINE void store(int32_t x, const Block<V>& v) const {
+        using namespace simd;
+        V gathered[3];
+        PXK_UNROLL
+        for (int k = 0; k < 3; ++k) {
+            gathered[k] = shuffleBytes(packus16(v.half[0].c[k], v.half[1].c[k]), table<V>(kC3Tables.evenOddToGathered[k]));
+        }
+        V out[3];
+        PXK_UNROLL
+        for (int m = 0; m < 3; ++m) {
+            out[m] = blendBytes(blendBytes(gathered[0], gathered[1], table<V>(kC3Tables.channelPositions[m][1])), gathered[2],
+                                table<V>(kC3Tables.channelPositions[m][2]));
+        }
+        storeChunks(x, out[0], out[1], out[2]);
+    }
+#else
     // Six vectors of 16-bit lanes, saturated to bytes in pairs, through `Rounds` merge
     // rounds back to packed pixels at column x: the inverse of PackedC3In::loadSplit.
-    template <int Rounds>
-    PXK_INLINE void storeMerged(int32_t x, const __m128i w[6]) const {
-        __m128i a = _mm_packus_epi16(w[0], w[1]);
-        __m128i b = _mm_packus_epi16(w[2], w[3]);
-        __m128i c = _mm_packus_epi16(w[4], w[5]);
+    template <class V, int Rounds>
+    PXK_INLINE void storeMerged(int32_t x, const V w[6]) const {
+        V a = vec::packus16(w[0], w[1]);
+        V b = vec::packus16(w[2], w[3]);
+        V c = vec::packus16(w[4], w[5]);
         PXK_UNROLL
         for (int r = 0; r < Rounds; ++r) simd::mergeRound(a, b, c);
-        uint8_t* p = plane[0] + pixelOffset<3>(x);
-        simd::store(p, a);
-        simd::store(p + 16, b);
-        simd::store(p + 32, c);
+        storeChunks(x, a, b, c);
     }
-    PXK_INLINE void store(int32_t x, const Block16& v) const {
-        const Lanes3& e = v.half[0];
-        const Lanes3& o = v.half[1];
-        const __m128i w[6] = {e.c[0], e.c[1], e.c[2], o.c[0], o.c[1], o.c[2]};
-        storeMerged<3>(x, w);
+    template <class V>
+    PXK_INLINE void store(int32_t x, const Block<V>& v) const {
+        const Lanes3<V>& e = v.half[0];
+        const Lanes3<V>& o = v.half[1];
+        const V w[6] = {e.c[0], e.c[1], e.c[2], o.c[0], o.c[1], o.c[2]};
+        storeMerged<V, 3>(x, w);
     }
     // Sixteen pixels in quad order, saturated to 8 bits: one round fewer.
-    PXK_INLINE void storeQuads(int32_t x, const Quads16& q) const { storeMerged<2>(x, q.v); }
+    PXK_INLINE void storeQuads(int32_t x, const Quads16& q) const { storeMerged<vec::V128, 2>(x, q.v); }
+#endif
     PXK_INLINE void store1(int32_t x, Pixel3 v) const { writePacked<3>(plane[0], x, v); }
 };
 
@@ -239,24 +364,39 @@ struct PackedC4In {
     static constexpr int kBytes = 4;
     const uint8_t* plane[1];
 
-    PXK_INLINE Block16 load(int32_t x) const {
+    template <class V>
+    PXK_INLINE Block<V> load(int32_t x) const {
+        using namespace vec;
         const uint8_t* p = plane[0] + pixelOffset<4>(x);
-        const __m128i x0 = simd::load(p), x1 = simd::load(p + 16);
-        const __m128i x2 = simd::load(p + 32), x3 = simd::load(p + 48);
+        V x0 = loadLanes<V, 64>(p), x1 = loadLanes<V, 64>(p + 16);
+        V x2 = loadLanes<V, 64>(p + 32), x3 = loadLanes<V, 64>(p + 48);
+        Block<V> out;
+#if defined(PXKCC_TARGET_AVX2)
+        // Each chunk to [c0 | c1 | c2 | c3] of its four pixels, then a transpose of
+        // 4-byte groups gives each channel's 16 bytes in pixel order.
+        const V toChannels = simd::table<V>(simd::kPixelsToChannels);
+        x0 = shuffleBytes(x0, toChannels);
+        x1 = shuffleBytes(x1, toChannels);
+        x2 = shuffleBytes(x2, toChannels);
+        x3 = shuffleBytes(x3, toChannels);
+        const V lo01 = unpacklo32(x0, x1), lo23 = unpacklo32(x2, x3);
+        const V hi01 = unpackhi32(x0, x1), hi23 = unpackhi32(x2, x3);
+        simd::evenOddLanes(unpacklo64(lo01, lo23), out.half[0].c[0], out.half[1].c[0]);
+        simd::evenOddLanes(unpackhi64(lo01, lo23), out.half[0].c[1], out.half[1].c[1]);
+        simd::evenOddLanes(unpacklo64(hi01, hi23), out.half[0].c[2], out.half[1].c[2]);
+#else
         // Byte transpose: [c0 even | c1 even], [c2 even | c3 even] and the same for the
         // odd pixels, four pixels in each quarter.
-        const __m128i t0 = _mm_unpacklo_epi8(x0, x1), t1 = _mm_unpackhi_epi8(x0, x1);
-        const __m128i t2 = _mm_unpacklo_epi8(x2, x3), t3 = _mm_unpackhi_epi8(x2, x3);
-        const __m128i u0 = _mm_unpacklo_epi8(t0, t1), u1 = _mm_unpackhi_epi8(t0, t1);
-        const __m128i u2 = _mm_unpacklo_epi8(t2, t3), u3 = _mm_unpackhi_epi8(t2, t3);
-        const __m128i even01 = _mm_unpacklo_epi32(u0, u2), even23 = _mm_unpackhi_epi32(u0, u2);
-        const __m128i odd01 = _mm_unpacklo_epi32(u1, u3), odd23 = _mm_unpackhi_epi32(u1, u3);
-        const __m128i z = _mm_setzero_si128();
-        Block16 out;
-        out.half[0] = Lanes3{{_mm_unpacklo_epi8(even01, z), _mm_unpackhi_epi8(even01, z),
-                              _mm_unpacklo_epi8(even23, z)}};
-        out.half[1] = Lanes3{{_mm_unpacklo_epi8(odd01, z), _mm_unpackhi_epi8(odd01, z),
-                              _mm_unpacklo_epi8(odd23, z)}};
+        const V t0 = unpacklo8(x0, x1), t1 = unpackhi8(x0, x1);
+        const V t2 = unpacklo8(x2, x3), t3 = unpackhi8(x2, x3);
+        const V u0 = unpacklo8(t0, t1), u1 = unpackhi8(t0, t1);
+        const V u2 = unpacklo8(t2, t3), u3 = unpackhi8(t2, t3);
+        const V even01 = unpacklo32(u0, u2), even23 = unpackhi32(u0, u2);
+        const V odd01 = unpacklo32(u1, u3), odd23 = unpackhi32(u1, u3);
+        const V z = zero<V>();
+        out.half[0] = Lanes3<V>{{unpacklo8(even01, z), unpackhi8(even01, z), unpacklo8(even23, z)}};
+        out.half[1] = Lanes3<V>{{unpacklo8(odd01, z), unpackhi8(odd01, z), unpacklo8(odd23, z)}};
+#endif
         return out;
     }
     PXK_INLINE Pixel3 load1(int32_t x) const { return readPacked<4>(plane[0], x); }
@@ -270,16 +410,18 @@ struct PackedAC4KeepOut {
     static constexpr int kBytes = 4;
     uint8_t* plane[1];
 
-    PXK_INLINE void store(int32_t x, const Block16& v) const {
+    template <class V>
+    PXK_INLINE void store(int32_t x, const Block<V>& v) const {
+        using namespace vec;
         uint8_t* p = plane[0] + pixelOffset<4>(x);
-        const __m128i alphaMask = _mm_set1_epi32(static_cast<int32_t>(0xFF000000u));
-        const __m128i z = _mm_setzero_si128();
-        __m128i colour[4];
+        const V alphaMask = splat32<V>(static_cast<int32_t>(0xFF000000u));
+        const V z = zero<V>();
+        V colour[4];
         simd::fourChannelPixels(v.half[0], z, v.half[1], z, colour);
         PXK_UNROLL
         for (int i = 0; i < 4; ++i) {
-            const __m128i old = simd::load(p + 16 * i);
-            simd::store(p + 16 * i, _mm_or_si128(colour[i], _mm_and_si128(old, alphaMask)));
+            const V old = loadLanes<V, 64>(p + 16 * i);
+            storeLanes<V, 64>(p + 16 * i, or_(colour[i], and_(old, alphaMask)));
         }
     }
     PXK_INLINE void store1(int32_t x, Pixel3 v) const { writePacked<4>(plane[0], x, v); }
@@ -292,12 +434,14 @@ struct PackedC4AlphaOut {
     uint8_t* plane[1];
     uint8_t alpha;
 
-    PXK_INLINE void store(int32_t x, const Block16& v) const {
-        const __m128i a = _mm_set1_epi16(alpha);
-        __m128i pixels[4];
+    template <class V>
+    PXK_INLINE void store(int32_t x, const Block<V>& v) const {
+        using namespace vec;
+        const V a = splat16<V>(alpha);
+        V pixels[4];
         simd::fourChannelPixels(v.half[0], a, v.half[1], a, pixels);
         PXK_UNROLL
-        for (int i = 0; i < 4; ++i) simd::store(plane[0] + pixelOffset<4>(x) + 16 * i, pixels[i]);
+        for (int i = 0; i < 4; ++i) storeLanes<V, 64>(plane[0] + pixelOffset<4>(x) + 16 * i, pixels[i]);
     }
     PXK_INLINE void store1(int32_t x, Pixel3 v) const {
         writePacked<4>(plane[0], x, v);
@@ -311,11 +455,12 @@ struct PlanarP3In {
     static constexpr int kBytes = 1;
     const uint8_t* plane[3];
 
-    PXK_INLINE Block16 load(int32_t x) const {
-        Block16 out;
+    template <class V>
+    PXK_INLINE Block<V> load(int32_t x) const {
+        Block<V> out;
         PXK_UNROLL
         for (int c = 0; c < 3; ++c) {
-            simd::evenOddLanes(simd::load(plane[c] + x), out.half[0].c[c], out.half[1].c[c]);
+            simd::evenOddLanes(vec::loadLanes<V, 16>(plane[c] + x), out.half[0].c[c], out.half[1].c[c]);
         }
         return out;
     }
@@ -328,10 +473,11 @@ struct PlanarP3Out {
     static constexpr int kBytes = 1;
     uint8_t* plane[3];
 
-    PXK_INLINE void store(int32_t x, const Block16& v) const {
+    template <class V>
+    PXK_INLINE void store(int32_t x, const Block<V>& v) const {
         PXK_UNROLL
         for (int c = 0; c < 3; ++c) {
-            simd::store(plane[c] + x, simd::fromEvenOddLanes(v.half[0].c[c], v.half[1].c[c]));
+            vec::storeLanes<V, 16>(plane[c] + x, simd::fromEvenOddLanes(v.half[0].c[c], v.half[1].c[c]));
         }
     }
     PXK_INLINE void store1(int32_t x, Pixel3 v) const {

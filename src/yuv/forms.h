@@ -1,6 +1,7 @@
 // The fixed-point forms of the BT.601 studio-range matrix and of its inverse. Each
 // form is one struct with a scalar apply(Pixel3) and, where a vector block uses it,
-// an SSE2 apply(Lanes3) on eight pixels of 16-bit lanes; the two give the same bits.
+// one apply(Lanes3<V>) over the vector type (eight pixels of 16-bit lanes per 128-bit
+// lane); the two give the same bits.
 // The forms of one matrix differ from one another in their low bit and are kept apart
 // on purpose: which one a pixel gets is part of each export's output.
 //
@@ -9,15 +10,16 @@
 
 #include "frame/simd_inline.h"
 
-#include <emmintrin.h>
-
 #include <cstdint>
 
 #include "frame/fixed_point.h"
 #include "frame/pixel_block.h"
+#include "frame/vec.h"
 
 namespace pxk {
 namespace yuv {
+
+using namespace vec;
 
 // ---------------------------------------------------------------------------------
 // RGB -> YCbCr. Input channels R, G, B; output Y, Cb, Cr.
@@ -34,7 +36,7 @@ struct DirectForm {
                        low8(asr(28770 * r - 24117 * g - 4653 * b + 8421376, 16))}};
     }
 
-    // The vector block forms each sum with two _mm_madd_epi16 products, on the pairs
+    // The vector block forms each sum with two madd16 products, on the pairs
     // (R, G) and (G + 1024, B). The G coefficient of each row is split between the two
     // pairs so that the second pair's share times 1024 is the row's offset, and the Y
     // coefficient 33030, too wide for one signed 16-bit factor, is split in passing:
@@ -52,21 +54,21 @@ struct DirectForm {
     static_assert(kSplitCb.g + kSplitCb.gBiased == -19071 && kSplitCb.gBiased * kGreenBias == 8421376, "Cb split");
     static_assert(kSplitCr.g + kSplitCr.gBiased == -24117 && kSplitCr.gBiased * kGreenBias == 8421376, "Cr split");
 
-    PXK_INLINE static __m128i row(const Split& k, const __m128i rg[2], const __m128i gb[2]) {
-        __m128i s[2];
+    template <class V>
+    PXK_INLINE static V row(const Split& k, const V rg[2], const V gb[2]) {
+        V s[2];
         PXK_UNROLL
         for (int h = 0; h < 2; ++h) {
-            s[h] = _mm_srai_epi32(_mm_add_epi32(_mm_madd_epi16(rg[h], coefficientPairs(k.r, k.g)),
-                                                _mm_madd_epi16(gb[h], coefficientPairs(k.gBiased, k.b))),
-                                  16);
+            s[h] = srai32<16>(add32(madd16(rg[h], pairs<V>(k.r, k.g)), madd16(gb[h], pairs<V>(k.gBiased, k.b))));
         }
-        return _mm_packs_epi32(s[0], s[1]);
+        return packs32(s[0], s[1]);
     }
-    PXK_INLINE static Lanes3 apply(const Lanes3& v) {
-        const __m128i g = _mm_add_epi16(v.c[1], lanes16(kGreenBias));
-        const __m128i rg[2] = {_mm_unpacklo_epi16(v.c[0], v.c[1]), _mm_unpackhi_epi16(v.c[0], v.c[1])};
-        const __m128i gb[2] = {_mm_unpacklo_epi16(g, v.c[2]), _mm_unpackhi_epi16(g, v.c[2])};
-        return Lanes3{{row(kSplitY, rg, gb), row(kSplitCb, rg, gb), row(kSplitCr, rg, gb)}};
+    template <class V>
+    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
+        const V g = add16(v.c[1], splat16<V>(kGreenBias));
+        const V rg[2] = {unpacklo16(v.c[0], v.c[1]), unpackhi16(v.c[0], v.c[1])};
+        const V gb[2] = {unpacklo16(g, v.c[2]), unpackhi16(g, v.c[2])};
+        return Lanes3<V>{{row(kSplitY, rg, gb), row(kSplitCb, rg, gb), row(kSplitCr, rg, gb)}};
     }
 };
 
@@ -95,35 +97,38 @@ struct PairedForm {
     // and rgHi hold the (R, G) pairs of the pixels, b32 their B times 32, the lower set
     // in its lower half. (cR * R + cG * G) >> 11 comes by pairs; (cB * B) >> 11 as the
     // high product of B * 32.
-    PXK_INLINE static __m128i quadPair(const Row& kLo, const Row& kHi, __m128i rgLo, __m128i rgHi, __m128i b32) {
-        const __m128i p = _mm_packs_epi32(_mm_srai_epi32(_mm_madd_epi16(rgLo, coefficientPairs(kLo.r, kLo.g)), 11),
-                                          _mm_srai_epi32(_mm_madd_epi16(rgHi, coefficientPairs(kHi.r, kHi.g)), 11));
-        const __m128i q = highProductLanes(b32, lanes16Halves(kLo.b, kHi.b));
-        return _mm_srai_epi16(_mm_add_epi16(_mm_add_epi16(p, q), lanes16Halves(kLo.offset, kHi.offset)), 4);
+    template <class V>
+    PXK_INLINE static V quadPair(const Row& kLo, const Row& kHi, V rgLo, V rgHi, V b32) {
+        const V p = packs32(srai32<11>(madd16(rgLo, pairs<V>(kLo.r, kLo.g))),
+                            srai32<11>(madd16(rgHi, pairs<V>(kHi.r, kHi.g))));
+        const V q = mulhi16(b32, splat16Halves<V>(kLo.b, kHi.b));
+        return srai16<4>(add16(add16(p, q), splat16Halves<V>(kLo.offset, kHi.offset)));
     }
-    PXK_INLINE static Lanes3 apply(const Lanes3& v) {
-        const __m128i rg[2] = {_mm_unpacklo_epi16(v.c[0], v.c[1]), _mm_unpackhi_epi16(v.c[0], v.c[1])};
-        const __m128i b32 = _mm_slli_epi16(v.c[2], 5);
-        return Lanes3{{quadPair(kY, kY, rg[0], rg[1], b32), quadPair(kCb, kCb, rg[0], rg[1], b32),
-                       quadPair(kCr, kCr, rg[0], rg[1], b32)}};
+    template <class V>
+    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
+        const V rg[2] = {unpacklo16(v.c[0], v.c[1]), unpackhi16(v.c[0], v.c[1])};
+        const V b32 = slli16<5>(v.c[2]);
+        return Lanes3<V>{{quadPair(kY, kY, rg[0], rg[1], b32), quadPair(kCb, kCb, rg[0], rg[1], b32),
+                          quadPair(kCr, kCr, rg[0], rg[1], b32)}};
     }
 
     // In quad order the R, G and B quads of pixel set s are quads 3s, 3s + 1 and
     // 3s + 2, and output quad 3s + k is row k of that set; an output vector pairs two
-    // quads whose rows may differ.
+    // quads whose rows may differ. (128-bit only: the avx2 build's packed layouts have
+    // byte shuffles and need no quad order.)
     static constexpr Row kRows[3] = {kY, kCb, kCr};
     template <int S>
-    PXK_INLINE static __m128i rgPairs(const Quads16& q) {
-        return _mm_unpacklo_epi16(simd::quadLow<3 * S>(q), simd::quadLow<3 * S + 1>(q));
+    PXK_INLINE static V128 rgPairs(const Quads16& q) {
+        return unpacklo16(simd::quadLow<3 * S>(q), simd::quadLow<3 * S + 1>(q));
     }
-    template <int V>
-    PXK_INLINE static __m128i outputQuads(const Quads16& q, const __m128i rg[4]) {
-        constexpr int sLo = (2 * V) / 3, kLo = (2 * V) % 3, sHi = (2 * V + 1) / 3, kHi = (2 * V + 1) % 3;
-        const __m128i b32 = _mm_slli_epi16(simd::joinQuads<3 * sLo + 2, 3 * sHi + 2>(q), 5);
+    template <int Out>
+    PXK_INLINE static V128 outputQuads(const Quads16& q, const V128 rg[4]) {
+        constexpr int sLo = (2 * Out) / 3, kLo = (2 * Out) % 3, sHi = (2 * Out + 1) / 3, kHi = (2 * Out + 1) % 3;
+        const V128 b32 = slli16<5>(simd::joinQuads<3 * sLo + 2, 3 * sHi + 2>(q));
         return quadPair(kRows[kLo], kRows[kHi], rg[sLo], rg[sHi], b32);
     }
     PXK_INLINE static Quads16 apply(const Quads16& q) {
-        const __m128i rg[4] = {rgPairs<0>(q), rgPairs<1>(q), rgPairs<2>(q), rgPairs<3>(q)};
+        const V128 rg[4] = {rgPairs<0>(q), rgPairs<1>(q), rgPairs<2>(q), rgPairs<3>(q)};
         return Quads16{{outputQuads<0>(q, rg), outputQuads<1>(q, rg), outputQuads<2>(q, rg),
                         outputQuads<3>(q, rg), outputQuads<4>(q, rg), outputQuads<5>(q, rg)}};
     }
@@ -158,22 +163,19 @@ struct HighProductForm {
     static constexpr int32_t kLumaRound = 16 * 256 + 128;
     static constexpr int32_t kChromaRound = 128 * 128 + 64;
 
-    PXK_INLINE static __m128i chroma(const int32_t (&k)[3], const __m128i x128[3]) {
-        const __m128i sum = _mm_add_epi16(_mm_add_epi16(highProductLanes(x128[0], lanes16(k[0])),
-                                                        highProductLanes(x128[1], lanes16(k[1]))),
-                                          _mm_add_epi16(highProductLanes(x128[2], lanes16(k[2])),
-                                                        lanes16(kChromaRound)));
-        return _mm_srai_epi16(sum, 7);
+    template <class V>
+    PXK_INLINE static V chroma(const int32_t (&k)[3], const V x128[3]) {
+        const V sum = add16(add16(mulhi16(x128[0], splat16<V>(k[0])), mulhi16(x128[1], splat16<V>(k[1]))),
+                            add16(mulhi16(x128[2], splat16<V>(k[2])), splat16<V>(kChromaRound)));
+        return srai16<7>(sum);
     }
-    PXK_INLINE static Lanes3 apply(const Lanes3& v) {
-        const __m128i x128[3] = {_mm_slli_epi16(v.c[0], 7), _mm_slli_epi16(v.c[1], 7),
-                                 _mm_slli_epi16(v.c[2], 7)};
-        const __m128i g256 = _mm_add_epi16(x128[1], x128[1]);
-        const __m128i luma = _mm_add_epi16(
-            _mm_add_epi16(highProductUnsignedLanes(x128[0], lanes16(2 * kLuma[0])),
-                          highProductUnsignedLanes(g256, lanes16(kLuma[1]))),
-            _mm_add_epi16(highProductUnsignedLanes(x128[2], lanes16(2 * kLuma[2])), lanes16(kLumaRound)));
-        return Lanes3{{_mm_srli_epi16(luma, 8), chroma(kCb, x128), chroma(kCr, x128)}};
+    template <class V>
+    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
+        const V x128[3] = {slli16<7>(v.c[0]), slli16<7>(v.c[1]), slli16<7>(v.c[2])};
+        const V g256 = add16(x128[1], x128[1]);
+        const V luma = add16(add16(mulhiu16(x128[0], splat16<V>(2 * kLuma[0])), mulhiu16(g256, splat16<V>(kLuma[1]))),
+                             add16(mulhiu16(x128[2], splat16<V>(2 * kLuma[2])), splat16<V>(kLumaRound)));
+        return Lanes3<V>{{srli16<8>(luma), chroma(kCb, x128), chroma(kCr, x128)}};
     }
 };
 
@@ -225,27 +227,31 @@ struct InverseMatrixForm {
 
     // The estimate and the low 16 bits of one output, its chroma terms added to the
     // shared luma ones; then the corrected shift.
-    PXK_INLINE static __m128i finish(__m128i estimate, __m128i low) {
-        return _mm_srai_epi16(_mm_sub_epi16(estimate, _mm_srli_epi16(low, 12)), 4);
+    template <class V>
+    PXK_INLINE static V finish(V estimate, V low) {
+        return srai16<4>(sub16(estimate, srli16<12>(low)));
     }
-    PXK_INLINE static __m128i addEstimate(__m128i acc, __m128i x256, int32_t k) {
-        return _mm_add_epi16(acc, highProductLanes(x256, lanes16(estimateFactor(k))));
+    template <class V>
+    PXK_INLINE static V addEstimate(V acc, V x256, int32_t k) {
+        return add16(acc, mulhi16(x256, splat16<V>(estimateFactor(k))));
     }
-    // Low products need k modulo 2^16 only, which is what lanes16 keeps.
-    PXK_INLINE static __m128i addLow(__m128i acc, __m128i x, int32_t k) {
-        return _mm_add_epi16(acc, _mm_mullo_epi16(x, lanes16(k)));
+    // Low products need k modulo 2^16 only, which is what splat16 keeps.
+    template <class V>
+    PXK_INLINE static V addLow(V acc, V x, int32_t k) {
+        return add16(acc, mullo16(x, splat16<V>(k)));
     }
 
-    PXK_INLINE static Lanes3 apply(const Lanes3& v) {
-        const __m128i y = v.c[0];
-        const __m128i cb = _mm_sub_epi16(v.c[1], lanes16(128));
-        const __m128i cr = _mm_sub_epi16(v.c[2], lanes16(128));
-        const __m128i cb256 = _mm_slli_epi16(cb, 8);
-        const __m128i cr256 = _mm_slli_epi16(cr, 8);
-        const __m128i lumaEstimate = _mm_add_epi16(
-            highProductUnsignedLanes(_mm_slli_epi16(y, 8), lanes16(estimateFactor(M.y))), lanes16(kEstimateBase));
-        const __m128i lumaLow = addLow(lanes16(M.offset), y, M.y);
-        Lanes3 out;
+    template <class V>
+    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
+        const V y = v.c[0];
+        const V cb = sub16(v.c[1], splat16<V>(128));
+        const V cr = sub16(v.c[2], splat16<V>(128));
+        const V cb256 = slli16<8>(cb);
+        const V cr256 = slli16<8>(cr);
+        const V lumaEstimate =
+            add16(mulhiu16(slli16<8>(y), splat16<V>(estimateFactor(M.y))), splat16<V>(kEstimateBase));
+        const V lumaLow = addLow(splat16<V>(M.offset), y, M.y);
+        Lanes3<V> out;
         out.c[0] = finish(addEstimate(lumaEstimate, cr256, M.crToR), addLow(lumaLow, cr, M.crToR));
         out.c[1] = finish(addEstimate(addEstimate(lumaEstimate, cb256, M.cbToG), cr256, M.crToG),
                           addLow(addLow(lumaLow, cb, M.cbToG), cr, M.crToG));
@@ -277,17 +283,16 @@ struct HighProductInverseForm {
                        clamp8(asr(y + highProduct(16523, cb) + 8, 4))}};
     }
 
-    PXK_INLINE static Lanes3 apply(const Lanes3& v) {
+    template <class V>
+    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
         // The rounding 8 is added once, to the luma term that all three outputs share.
-        const __m128i y = _mm_add_epi16(
-            highProductLanes(_mm_slli_epi16(_mm_sub_epi16(v.c[0], lanes16(16)), 7), lanes16(9535)), lanes16(8));
-        const __m128i cb = _mm_slli_epi16(_mm_sub_epi16(v.c[1], lanes16(128)), 7);
-        const __m128i cr = _mm_slli_epi16(_mm_sub_epi16(v.c[2], lanes16(128)), 7);
-        const __m128i r = _mm_add_epi16(y, highProductLanes(cr, lanes16(13074)));
-        const __m128i g =
-            _mm_sub_epi16(_mm_sub_epi16(y, highProductLanes(cr, lanes16(6660))), highProductLanes(cb, lanes16(3211)));
-        const __m128i b = _mm_add_epi16(y, highProductLanes(cb, lanes16(16523)));
-        return Lanes3{{_mm_srai_epi16(r, 4), _mm_srai_epi16(g, 4), _mm_srai_epi16(b, 4)}};
+        const V y = add16(mulhi16(slli16<7>(sub16(v.c[0], splat16<V>(16))), splat16<V>(9535)), splat16<V>(8));
+        const V cb = slli16<7>(sub16(v.c[1], splat16<V>(128)));
+        const V cr = slli16<7>(sub16(v.c[2], splat16<V>(128)));
+        const V r = add16(y, mulhi16(cr, splat16<V>(13074)));
+        const V g = sub16(sub16(y, mulhi16(cr, splat16<V>(6660))), mulhi16(cb, splat16<V>(3211)));
+        const V b = add16(y, mulhi16(cb, splat16<V>(16523)));
+        return Lanes3<V>{{srai16<4>(r), srai16<4>(g), srai16<4>(b)}};
     }
 };
 

@@ -14,7 +14,7 @@ run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${PREFIX})
 run(${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${WORK_DIR}/cmake -DCMAKE_PREFIX_PATH=${PREFIX}
     -DCMAKE_BUILD_RPATH=${PREFIX}/lib)
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/cmake)
-run(${WORK_DIR}/cmake/consumer)
+run(${WORK_DIR}/cmake/consumer ${TARGET_CODE})
 
 # pkg-config
 find_program(PKG_CONFIG pkg-config)
@@ -35,7 +35,7 @@ if(PKG_CONFIG)
   endforeach()
   file(MAKE_DIRECTORY ${WORK_DIR}/pc)
   run(${CXX} -x c ${CONSUMER_DIR}/consumer.c ${flags} -Wl,-rpath,${libdir} -o ${WORK_DIR}/pc/consumer)
-  run(${WORK_DIR}/pc/consumer)
+  run(${WORK_DIR}/pc/consumer ${TARGET_CODE})
 else()
   message(STATUS "pkg-config not found: only the CMake package was tried")
 endif()

@@ -1,43 +1,58 @@
-// Each fixed-point form is written twice, once for the scalar tail and once for the
-// SSE2 block. Over every possible input the two must give the same bytes (the block's
-// 16-bit lanes saturated to 8 bits, as its store does).
+// Each fixed-point form is written twice, once for the scalar tail and once over the
+// vector type for the blocks. Over every possible input the two must give the same
+// bytes (the block's 16-bit lanes saturated to 8 bits, as its store does), for every
+// vector width of the build: the 128-bit type always, the 256-bit type in the avx2
+// build.
 #include <gtest/gtest.h>
 
-#include <emmintrin.h>
-
 #include <cstdint>
+#include <cstring>
 
+#include "frame/vec.h"
 #include "yuv/forms.h"
 
 namespace {
 
-template <class Form>
+using pxk::vec::V128;
+
+template <class V>
+V loadLanes16(const int16_t* values) {
+    V v;
+    std::memcpy(&v, values, sizeof v);
+    return v;
+}
+
+// Runs Form's vector apply on every (a, b, c) input, 8 pixels per 128-bit lane (each
+// lane gets its own inputs), and compares each output byte with the scalar form.
+template <class Form, class V>
 long countDisagreements(const char* name) {
+    constexpr int kLanes16 = sizeof(V) / 2;  // 16-bit lanes in V
     long bad = 0;
     for (int a = 0; a < 256; ++a) {
         for (int b = 0; b < 256; ++b) {
-            for (int c0 = 0; c0 < 256; c0 += 8) {
-                alignas(16) int16_t in[3][8];
-                for (int i = 0; i < 8; ++i) {
+            for (int c0 = 0; c0 < 256; c0 += kLanes16) {
+                alignas(32) int16_t in[3][kLanes16];
+                for (int i = 0; i < kLanes16; ++i) {
                     in[0][i] = static_cast<int16_t>(a);
                     in[1][i] = static_cast<int16_t>(b);
                     in[2][i] = static_cast<int16_t>(c0 + i);
                 }
-                pxk::Lanes3 v;
-                for (int k = 0; k < 3; ++k) v.c[k] = _mm_load_si128(reinterpret_cast<const __m128i*>(in[k]));
-                const pxk::Lanes3 out = Form::apply(v);
-                alignas(16) uint8_t bytes[3][16];
-                for (int k = 0; k < 3; ++k) {
-                    _mm_store_si128(reinterpret_cast<__m128i*>(bytes[k]), _mm_packus_epi16(out.c[k], out.c[k]));
-                }
-                for (int i = 0; i < 8; ++i) {
+                pxk::Lanes3<V> v;
+                for (int k = 0; k < 3; ++k) v.c[k] = loadLanes16<V>(in[k]);
+                const pxk::Lanes3<V> out = Form::template apply<V>(v);
+                alignas(32) int16_t lanes[3][kLanes16];
+                for (int k = 0; k < 3; ++k) std::memcpy(lanes[k], &out.c[k], sizeof(V));
+                for (int i = 0; i < kLanes16; ++i) {
                     const pxk::Pixel3 s = Form::apply(pxk::Pixel3{{static_cast<uint8_t>(a), static_cast<uint8_t>(b),
                                                                      static_cast<uint8_t>(c0 + i)}});
                     for (int k = 0; k < 3; ++k) {
-                        if (bytes[k][i] != s.c[k]) {
+                        const int lane = lanes[k][i];
+                        const uint8_t byte = static_cast<uint8_t>(lane < 0 ? 0 : (lane > 255 ? 255 : lane));
+                        if (byte != s.c[k]) {
                             if (bad < 5) {
-                                ADD_FAILURE() << name << " at (" << a << ", " << b << ", " << c0 + i << ") channel " << k
-                                              << ": block " << int(bytes[k][i]) << ", tail " << int(s.c[k]);
+                                ADD_FAILURE() << name << " (" << sizeof(V) * 8 << "-bit) at (" << a << ", " << b
+                                              << ", " << c0 + i << ") channel " << k << ": block " << int(byte)
+                                              << ", tail " << int(s.c[k]);
                             }
                             ++bad;
                         }
@@ -49,20 +64,30 @@ long countDisagreements(const char* name) {
     return bad;
 }
 
-TEST(YuvForms, DirectBlockMatchesTail) { EXPECT_EQ(countDisagreements<pxk::yuv::DirectForm>("direct"), 0); }
-TEST(YuvForms, PairedBlockMatchesTail) { EXPECT_EQ(countDisagreements<pxk::yuv::PairedForm>("paired"), 0); }
-TEST(YuvForms, HighProductBlockMatchesTail) {
-    EXPECT_EQ(countDisagreements<pxk::yuv::HighProductForm>("high-product"), 0);
+// The form against its scalar twin at every vector width of this build.
+template <class Form>
+long countDisagreementsAllWidths(const char* name) {
+    long bad = countDisagreements<Form, V128>(name);
+#if defined(PXKCC_TARGET_AVX2)
+    bad += countDisagreements<Form, pxk::vec::V256>(name);
+#endif
+    return bad;
 }
-TEST(YuvForms, RoundedBlockMatchesTail) { EXPECT_EQ(countDisagreements<pxk::yuv::RoundedForm>("rounded"), 0); }
+
+TEST(YuvForms, DirectBlockMatchesTail) { EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::DirectForm>("direct"), 0); }
+TEST(YuvForms, PairedBlockMatchesTail) { EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::PairedForm>("paired"), 0); }
+TEST(YuvForms, HighProductBlockMatchesTail) {
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::HighProductForm>("high-product"), 0);
+}
+TEST(YuvForms, RoundedBlockMatchesTail) { EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::RoundedForm>("rounded"), 0); }
 TEST(YuvForms, WideRoundedBlockMatchesTail) {
-    EXPECT_EQ(countDisagreements<pxk::yuv::WideRoundedForm>("wide rounded"), 0);
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::WideRoundedForm>("wide rounded"), 0);
 }
 TEST(YuvForms, WideTruncatingBlockMatchesTail) {
-    EXPECT_EQ(countDisagreements<pxk::yuv::WideTruncatingForm>("wide truncating"), 0);
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::WideTruncatingForm>("wide truncating"), 0);
 }
 TEST(YuvForms, HighProductInverseBlockMatchesTail) {
-    EXPECT_EQ(countDisagreements<pxk::yuv::HighProductInverseForm>("high-product inverse"), 0);
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::HighProductInverseForm>("high-product inverse"), 0);
 }
 
 // The paired form also works on blocks in quad order, where one output vector can mix
@@ -80,11 +105,13 @@ TEST(YuvForms, PairedQuadBlockMatchesTail) {
         for (int q = 0; q < 12; ++q)
             for (int j = 0; j < 4; ++j) lanes[q / 2][4 * (q % 2) + j] = px[4 * j + q / 3].c[q % 3];
         pxk::Quads16 in;
-        for (int r = 0; r < 6; ++r) in.v[r] = _mm_load_si128(reinterpret_cast<const __m128i*>(lanes[r]));
+        for (int r = 0; r < 6; ++r) in.v[r] = loadLanes16<V128>(lanes[r]);
         const pxk::Quads16 out = pxk::yuv::PairedForm::apply(in);
         alignas(16) uint8_t bytes[6][16];
-        for (int r = 0; r < 6; ++r)
-            _mm_store_si128(reinterpret_cast<__m128i*>(bytes[r]), _mm_packus_epi16(out.v[r], out.v[r]));
+        for (int r = 0; r < 6; ++r) {
+            const V128 packed = pxk::vec::packus16(out.v[r], out.v[r]);
+            std::memcpy(bytes[r], &packed, sizeof packed);
+        }
         for (int q = 0; q < 12; ++q) {
             for (int j = 0; j < 4; ++j) {
                 const int i = 4 * j + q / 3, c = q % 3;

@@ -180,10 +180,11 @@ TEST(Random, SeedsAreDeterministicAndDistinct) {
 
 TEST(Sweep, WidthsAndSteps) {
     const std::vector<int>& w = pxktest::sweepWidths();
-    ASSERT_EQ(w.size(), 44u);
+    ASSERT_EQ(w.size(), 45u);
     for (int i = 1; i <= 40; ++i) EXPECT_EQ(w[std::size_t(i - 1)], i);
-    EXPECT_EQ(w[40], 67);
-    EXPECT_EQ(w[43], 1920);
+    EXPECT_EQ(w[40], 59);
+    EXPECT_EQ(w[41], 67);
+    EXPECT_EQ(w[44], 1920);
     for (std::size_t rb : {1u, 2u, 24u, 25u}) {
         EXPECT_GT(pxktest::stepFor(pxktest::StepKind::Padded, rb), int(rb));
         EXPECT_EQ(pxktest::stepFor(pxktest::StepKind::Odd, rb) % 2, 1);

@@ -8,7 +8,7 @@ const std::vector<int>& sweepWidths() {
     static const std::vector<int> widths = [] {
         std::vector<int> w;
         for (int i = 1; i <= 40; ++i) w.push_back(i);
-        for (int i : {67, 130, 301, 1920}) w.push_back(i);
+        for (int i : {59, 67, 130, 301, 1920}) w.push_back(i);
         return w;
     }();
     return widths;

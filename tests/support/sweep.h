@@ -9,7 +9,8 @@
 
 namespace pxktest {
 
-// Every width from 1 to 40, then 67, 130, 301 and 1920.
+// Every width from 1 to 40, then 59 (blocks of 32, 16 and 8 and a tail), 67, 130, 301
+// and 1920.
 const std::vector<int>& sweepWidths();
 
 // Heights to combine with a width: several small ones for narrow images, fewer for the

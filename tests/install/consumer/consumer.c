@@ -1,12 +1,14 @@
 /* A user's program: includes the installed header, links the installed library,
- * converts one pixel and checks the version record. */
+ * converts one pixel and checks the version record (argv[1]: the target code the
+ * installed build must report). */
 #include <pxkcc.h>
 #include <stdio.h>
 #include <string.h>
 
-int main(void) {
+int main(int argc, char** argv) {
+    const char* target = argc > 1 ? argv[1] : "s2";
     const PxkVersionRecord* v = pxkccGetLibVersion();
-    if (v == NULL || v->major != 2021 || strcmp(v->targetCode, "s2") != 0) {
+    if (v == NULL || v->major != 2021 || strcmp(v->targetCode, target) != 0) {
         fprintf(stderr, "unexpected version record\n");
         return 1;
     }
