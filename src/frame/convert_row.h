@@ -123,7 +123,11 @@ __attribute__((noinline)) void convertStagedBlock(const In& in, const Out& out, 
 // widest vector's block, then 16 columns; a last block of 8 runs through local
 // buffers, so that no byte beyond the row's last pixel is read or written.
 template <class Forms, class In, class Out>
-PXK_INLINE void convertRow(const In& in, const Out& out, int32_t width) {
+PXK_INLINE void convertRow(const In& inRow, const Out& outRow, int32_t width) {
+    // Local copies: the stores of a block may alias any byte, so plane pointers read
+    // through a reference would be read again after every store.
+    const In in = inRow;
+    const Out out = outRow;
     splitColumns<8, kBlockPixels<vec::Widest>>(
         width,
         [&](int32_t x, int32_t count) PXK_LAMBDA_INLINE {

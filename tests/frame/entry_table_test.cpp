@@ -10,15 +10,12 @@
 
 #include "frame/entry_table.h"
 #include "pxkcc.h"
+#include "text_lines.h"
 
 namespace {
 
 TEST(EntryTable, SlotsFollowTheExportList) {
-    std::vector<std::string> list;
-    std::ifstream in(PXKCC_EXPORT_LIST_FILE);
-    for (std::string line; std::getline(in, line);) {
-        if (!line.empty()) list.push_back(line);
-    }
+    const std::vector<std::string> list = pxktest::readNonEmptyLines(PXKCC_EXPORT_LIST_FILE);
     ASSERT_EQ(pxk::kExportCount, list.size());
     for (std::size_t i = 0; i < list.size(); ++i) EXPECT_EQ(pxk::kEntryTable.slot[i].name, list[i]) << "slot " << i;
 }

@@ -11,17 +11,11 @@
 #include <vector>
 
 #include "elf_symbols.h"
+#include "text_lines.h"
 
 namespace {
 
-std::vector<std::string> readLines(const char* path) {
-    std::vector<std::string> lines;
-    std::ifstream in(path);
-    for (std::string line; std::getline(in, line);) {
-        if (!line.empty()) lines.push_back(line);
-    }
-    return lines;
-}
+std::vector<std::string> readLines(const char* path) { return pxktest::readNonEmptyLines(path); }
 
 TEST(ExportBoundary, ListIsSortedUniqueAndStartsWithTheVersionQuery) {
     const std::vector<std::string> list = readLines(PXKCC_EXPORT_LIST_FILE);

@@ -1,0 +1,96 @@
+// Everything one call of an export reads or writes, laid out for one point of the
+// sweep: a buffer for every plane of every image (with the step kinds and the
+// alignment chosen for that point, and margins around the region), for every array
+// an argument points to, and the values passed by value. Built once from a seed, then
+// copied, so that each library gets its own memory with the same bytes at the same
+// alignments; after the calls the two copies are compared byte for byte.
+#ifndef PXKCC_TESTS_CROSS_CALL_MEMORY_H
+#define PXKCC_TESTS_CROSS_CALL_MEMORY_H
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "abi_call.h"
+#include "call_shape.h"
+#include "sweep.h"
+
+namespace pxkcross {
+
+// One point of the sweep: the region, and a running index that picks step kinds and
+// alignments so that each kind meets each other kind over consecutive points.
+struct SweepPoint {
+    int width = 1;
+    int height = 1;
+    unsigned index = 0;
+};
+
+// How a step relates to the tight row of its plane: the sweep's kinds of the test
+// support (Tight, Padded, Odd, Zero, Negative with padding, NegativeTight).
+using pxktest::StepKind;
+using pxktest::stepKindName;
+// The kind that step slot `slot` gets at sweep point `index`. The slots are the steps
+// of the images in order: one for an image whose planes share a step, one a plane
+// otherwise.
+StepKind stepKindFor(unsigned index, int slot, bool positiveOnly);
+// The step in bytes for a plane whose tight row is `tight` bytes of `unit`-byte samples.
+int64_t stepBytesFor(StepKind kind, int64_t tight, int unit, unsigned variant);
+
+class CallMemory {
+public:
+    CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t seed);
+    CallMemory(const CallMemory& other);
+    CallMemory& operator=(const CallMemory&) = delete;
+
+    // The call's arguments, pointing into this copy's buffers.
+    std::vector<AbiArgument> arguments();
+    // The steps and alignments chosen, for messages.
+    const std::string& layout() const { return layout_; }
+
+    // The first byte at which the two copies differ, described; empty if none does.
+    static std::string firstDifference(const CallMemory& a, const CallMemory& b);
+
+    // Access for checks of the layout itself.
+    std::size_t bufferCount() const { return buffers_.size(); }
+    const std::string& bufferLabel(std::size_t i) const { return buffers_[i].label; }
+    std::size_t bufferSize(std::size_t i) const { return buffers_[i].size; }
+    uint8_t* bufferData(std::size_t i) { return buffers_[i].data.get(); }
+    // Offset in its buffer of the pointer handed to the call.
+    std::size_t bufferOrigin(std::size_t i) const { return buffers_[i].origin; }
+    // Step in bytes between rows of an image plane's buffer (0 for other buffers).
+    int64_t bufferStep(std::size_t i) const { return buffers_[i].step; }
+
+private:
+    struct Free {
+        void operator()(uint8_t* p) const { std::free(p); }
+    };
+    struct Buffer {
+        std::string label;
+        std::size_t size = 0;
+        std::size_t origin = 0;
+        int64_t step = 0;
+        int rows = 0;
+        std::unique_ptr<uint8_t, Free> data;
+    };
+    enum class Pass { Words, Address, Addresses };
+    struct Planned {
+        Pass pass = Pass::Words;
+        AbiArgument words;        // Words
+        int buffer = -1;          // Address
+        std::vector<int> planes;  // Addresses: one buffer a plane
+    };
+
+    int addBuffer(const std::string& label, std::size_t bytes, std::size_t origin, int64_t step, int rows = 0);
+
+    std::vector<Buffer> buffers_;
+    std::vector<Planned> planned_;
+    std::vector<std::vector<const void*>> pointerArrays_;
+    std::string layout_;
+};
+
+}  // namespace pxkcross
+
+#endif
