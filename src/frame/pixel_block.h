@@ -87,18 +87,43 @@ PXK_INLINE void mergeRound(V& a, V& b, V& c) {
     c = nc;
 }
 
-// Even and odd bytes of a vector as two vectors of 16-bit lanes.
+#if defined(PXKCC_TARGET_AVX2)
+// Sixteen bytes in pixel order (per lane) as the block's two halves of 16-bit lanes:
+// pixels 0 to 7, then 8 to 15.
 template <class V>
-PXK_INLINE void evenOddLanes(V v, V& even, V& odd) {
-    even = and_(v, splat16<V>(0x00FF));
-    odd = srli16<8>(v);
+PXK_INLINE void toHalves(V v, V& half0, V& half1) {
+    half0 = unpacklo8(v, zero<V>());
+    half1 = unpackhi8(v, zero<V>());
+}
+// The position of pixel p in the bytes that packHalves gives.
+constexpr int packedPosition(int p) { return p; }
+#else
+// Sixteen bytes in pixel order (per lane) as the block's two halves of 16-bit lanes:
+// the even pixels, then the odd ones.
+template <class V>
+PXK_INLINE void toHalves(V v, V& half0, V& half1) {
+    half0 = and_(v, splat16<V>(0x00FF));
+    half1 = srli16<8>(v);
+}
+// The position of pixel p in the bytes that packHalves gives.
+constexpr int packedPosition(int p) { return (p % 2) * 8 + p / 2; }
+#endif
+
+// The two halves as bytes, saturated to 8 bits: pixel p at packedPosition(p).
+template <class V>
+PXK_INLINE V packHalves(V half0, V half1) {
+    return packus16(half0, half1);
 }
 
-// Bytes in pixel order from even and odd 16-bit lanes, saturated to 8 bits.
+// Bytes in pixel order from the block's two halves, saturated to 8 bits.
 template <class V>
-PXK_INLINE V fromEvenOddLanes(V even, V odd) {
-    const V packed = packus16(even, odd);
-    return unpacklo8(packed, upperHalf(packed));
+PXK_INLINE V halvesToPixelBytes(V half0, V half1) {
+    const V packed = packHalves(half0, half1);
+    if constexpr (packedPosition(1) == 1) {
+        return packed;
+    } else {
+        return unpacklo8(packed, upperHalf(packed));  // even and odd bytes interleaved
+    }
 }
 
 // Quad Q of a Quads16 in the lower half of a vector; the upper half is left unspecified.
@@ -124,26 +149,41 @@ PXK_INLINE V128 joinQuads(const Quads16& q) {
 }
 
 // Sixteen pixels (per lane) of four bytes, as four vectors of four pixels each, from
-// 16-bit lanes of three channels and an alpha (even and odd halves), saturated to 8
-// bits.
+// the block's 16-bit lanes of three channels and an alpha (16-bit lanes, the same in
+// every pixel), saturated to 8 bits.
 template <class V>
-PXK_INLINE void fourChannelPixels(const Lanes3<V>& even, V alphaEven, const Lanes3<V>& odd, V alphaOdd, V out[4]) {
-    V pix[2][2];  // [even/odd][pixels 0-7 / 8-15], four pixels a vector
-    const Lanes3<V>* halves[2] = {&even, &odd};
-    const V alphas[2] = {alphaEven, alphaOdd};
-    PXK_UNROLL
-    for (int h = 0; h < 2; ++h) {
-        const V c0c2 = packus16(halves[h]->c[0], halves[h]->c[2]);
-        const V c1c3 = packus16(halves[h]->c[1], alphas[h]);
-        const V c01 = unpacklo8(c0c2, c1c3);
-        const V c23 = unpackhi8(c0c2, c1c3);
-        pix[h][0] = unpacklo16(c01, c23);
-        pix[h][1] = unpackhi16(c01, c23);
+PXK_INLINE void fourChannelPixels(const Block<V>& v, V alpha, V out[4]) {
+    if constexpr (packedPosition(1) == 1) {
+        // Halves in pixel order: the bytes of each channel, then two rounds of
+        // interleaving.
+        const V c0 = packHalves(v.half[0].c[0], v.half[1].c[0]);
+        const V c1 = packHalves(v.half[0].c[1], v.half[1].c[1]);
+        const V c2 = packHalves(v.half[0].c[2], v.half[1].c[2]);
+        const V c3 = packus16(alpha, alpha);
+        const V c01lo = unpacklo8(c0, c1), c01hi = unpackhi8(c0, c1);
+        const V c23lo = unpacklo8(c2, c3), c23hi = unpackhi8(c2, c3);
+        out[0] = unpacklo16(c01lo, c23lo);
+        out[1] = unpackhi16(c01lo, c23lo);
+        out[2] = unpacklo16(c01hi, c23hi);
+        out[3] = unpackhi16(c01hi, c23hi);
+    } else {
+        // Even and odd halves: four pixels of each from the bytes of both, then the
+        // even and odd pixels interleaved.
+        V pix[2][2];  // [even/odd][pixels 0-7 / 8-15], four pixels a vector
+        PXK_UNROLL
+        for (int h = 0; h < 2; ++h) {
+            const V c0c2 = packus16(v.half[h].c[0], v.half[h].c[2]);
+            const V c1c3 = packus16(v.half[h].c[1], alpha);
+            const V c01 = unpacklo8(c0c2, c1c3);
+            const V c23 = unpackhi8(c0c2, c1c3);
+            pix[h][0] = unpacklo16(c01, c23);
+            pix[h][1] = unpackhi16(c01, c23);
+        }
+        out[0] = unpacklo32(pix[0][0], pix[1][0]);
+        out[1] = unpackhi32(pix[0][0], pix[1][0]);
+        out[2] = unpacklo32(pix[0][1], pix[1][1]);
+        out[3] = unpackhi32(pix[0][1], pix[1][1]);
     }
-    out[0] = unpacklo32(pix[0][0], pix[1][0]);
-    out[1] = unpackhi32(pix[0][0], pix[1][0]);
-    out[2] = unpacklo32(pix[0][1], pix[1][1]);
-    out[3] = unpackhi32(pix[0][1], pix[1][1]);
 }
 
 // ---------------------------------------------------------------------------------
@@ -168,7 +208,7 @@ constexpr int pixelAt(int c, int j) { return (16 * chunkOf(c, j) + j) / 3; }
 struct C3Tables {
     ByteTable channelPositions[3][3];  // [chunk][c]: top bit set where chunk holds channel c
     ByteTable gatheredToPixels[3];     // [c]: pixel i sits at position (3 i + c) % 16
-    ByteTable evenOddToGathered[3];    // [c]: packed even/odd bytes (pixel i at (i % 2) * 8 + i / 2)
+    ByteTable packedToGathered[3];     // [c]: packed halves (pixel p at packedPosition(p))
                                        //      into channel c's gathered order
 };
 
@@ -182,7 +222,7 @@ constexpr C3Tables makeC3Tables() {
         for (int i = 0; i < 16; ++i) t.gatheredToPixels[c].b[i] = static_cast<uint8_t>((3 * i + c) % 16);
         for (int j = 0; j < 16; ++j) {
             const int p = pixelAt(c, j);
-            t.evenOddToGathered[c].b[j] = static_cast<uint8_t>((p % 2) * 8 + p / 2);
+            t.packedToGathered[c].b[j] = static_cast<uint8_t>(packedPosition(p));
         }
     }
     return t;
@@ -262,7 +302,7 @@ struct PackedC3In {
         for (int k = 0; k < 3; ++k) {
             const V gathered = blendBytes(blendBytes(a, b, table<V>(kC3Tables.channelPositions[1][k])), c,
                                           table<V>(kC3Tables.channelPositions[2][k]));
-            evenOddLanes(shuffleBytes(gathered, table<V>(kC3Tables.gatheredToPixels[k])), out.half[0].c[k], out.half[1].c[k]);
+            toHalves(shuffleBytes(gathered, table<V>(kC3Tables.gatheredToPixels[k])), out.half[0].c[k], out.half[1].c[k]);
         }
         return out;
     }
@@ -323,7 +363,7 @@ struct PackedC3Out {
         V gathered[3];
         PXK_UNROLL
         for (int k = 0; k < 3; ++k) {
-            gathered[k] = shuffleBytes(packus16(v.half[0].c[k], v.half[1].c[k]), table<V>(kC3Tables.evenOddToGathered[k]));
+            gathered[k] = shuffleBytes(packHalves(v.half[0].c[k], v.half[1].c[k]), table<V>(kC3Tables.packedToGathered[k]));
         }
         V out[3];
         PXK_UNROLL
@@ -381,9 +421,9 @@ struct PackedC4In {
         x3 = shuffleBytes(x3, toChannels);
         const V lo01 = unpacklo32(x0, x1), lo23 = unpacklo32(x2, x3);
         const V hi01 = unpackhi32(x0, x1), hi23 = unpackhi32(x2, x3);
-        simd::evenOddLanes(unpacklo64(lo01, lo23), out.half[0].c[0], out.half[1].c[0]);
-        simd::evenOddLanes(unpackhi64(lo01, lo23), out.half[0].c[1], out.half[1].c[1]);
-        simd::evenOddLanes(unpacklo64(hi01, hi23), out.half[0].c[2], out.half[1].c[2]);
+        simd::toHalves(unpacklo64(lo01, lo23), out.half[0].c[0], out.half[1].c[0]);
+        simd::toHalves(unpackhi64(lo01, lo23), out.half[0].c[1], out.half[1].c[1]);
+        simd::toHalves(unpacklo64(hi01, hi23), out.half[0].c[2], out.half[1].c[2]);
 #else
         // Byte transpose: [c0 even | c1 even], [c2 even | c3 even] and the same for the
         // odd pixels, four pixels in each quarter.
@@ -417,7 +457,7 @@ struct PackedAC4KeepOut {
         const V alphaMask = splat32<V>(static_cast<int32_t>(0xFF000000u));
         const V z = zero<V>();
         V colour[4];
-        simd::fourChannelPixels(v.half[0], z, v.half[1], z, colour);
+        simd::fourChannelPixels(v, z, colour);
         PXK_UNROLL
         for (int i = 0; i < 4; ++i) {
             const V old = loadLanes<V, 64>(p + 16 * i);
@@ -439,7 +479,7 @@ struct PackedC4AlphaOut {
         using namespace vec;
         const V a = splat16<V>(alpha);
         V pixels[4];
-        simd::fourChannelPixels(v.half[0], a, v.half[1], a, pixels);
+        simd::fourChannelPixels(v, a, pixels);
         PXK_UNROLL
         for (int i = 0; i < 4; ++i) storeLanes<V, 64>(plane[0] + pixelOffset<4>(x) + 16 * i, pixels[i]);
     }
@@ -460,7 +500,7 @@ struct PlanarP3In {
         Block<V> out;
         PXK_UNROLL
         for (int c = 0; c < 3; ++c) {
-            simd::evenOddLanes(vec::loadLanes<V, 16>(plane[c] + x), out.half[0].c[c], out.half[1].c[c]);
+            simd::toHalves(vec::loadLanes<V, 16>(plane[c] + x), out.half[0].c[c], out.half[1].c[c]);
         }
         return out;
     }
@@ -477,7 +517,7 @@ struct PlanarP3Out {
     PXK_INLINE void store(int32_t x, const Block<V>& v) const {
         PXK_UNROLL
         for (int c = 0; c < 3; ++c) {
-            vec::storeLanes<V, 16>(plane[c] + x, simd::fromEvenOddLanes(v.half[0].c[c], v.half[1].c[c]));
+            vec::storeLanes<V, 16>(plane[c] + x, simd::halvesToPixelBytes(v.half[0].c[c], v.half[1].c[c]));
         }
     }
     PXK_INLINE void store1(int32_t x, Pixel3 v) const {
