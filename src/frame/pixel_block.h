@@ -398,6 +398,16 @@ struct PackedC3Out {
     PXK_INLINE void store1(int32_t x, Pixel3 v) const { writePacked<3>(plane[0], x, v); }
 };
 
+#if defined(PXKCC_TARGET_AVX2)
+// Whole 32-byte loads of four-byte pixels leave the groups of four pixels of a 256-bit
+// block in the lanes as (0, 2, 4, 6 | 1, 3, 5, 7); one cross-lane move per channel
+// puts them in block order. The 128-bit block is in order already.
+PXK_INLINE vec::V128 fixC4Order(vec::V128 v) { return v; }
+PXK_INLINE vec::V256 fixC4Order(vec::V256 v) {
+    return _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+}
+#endif
+
 // Four interleaved bytes a pixel (AC4, C4), read: the fourth byte is ignored.
 struct PackedC4In {
     static constexpr int kPlanes = 1;
@@ -408,10 +418,10 @@ struct PackedC4In {
     PXK_INLINE Block<V> load(int32_t x) const {
         using namespace vec;
         const uint8_t* p = plane[0] + pixelOffset<4>(x);
-        V x0 = loadLanes<V, 64>(p), x1 = loadLanes<V, 64>(p + 16);
-        V x2 = loadLanes<V, 64>(p + 32), x3 = loadLanes<V, 64>(p + 48);
-        Block<V> out;
 #if defined(PXKCC_TARGET_AVX2)
+        V x0 = loadLanes<V, 16>(p), x1 = loadLanes<V, 16>(p + sizeof(V));
+        V x2 = loadLanes<V, 16>(p + 2 * sizeof(V)), x3 = loadLanes<V, 16>(p + 3 * sizeof(V));
+        Block<V> out;
         // Each chunk to [c0 | c1 | c2 | c3] of its four pixels, then a transpose of
         // 4-byte groups gives each channel's 16 bytes in pixel order.
         const V toChannels = simd::table<V>(simd::kPixelsToChannels);
@@ -421,10 +431,13 @@ struct PackedC4In {
         x3 = shuffleBytes(x3, toChannels);
         const V lo01 = unpacklo32(x0, x1), lo23 = unpacklo32(x2, x3);
         const V hi01 = unpackhi32(x0, x1), hi23 = unpackhi32(x2, x3);
-        simd::toHalves(unpacklo64(lo01, lo23), out.half[0].c[0], out.half[1].c[0]);
-        simd::toHalves(unpackhi64(lo01, lo23), out.half[0].c[1], out.half[1].c[1]);
-        simd::toHalves(unpacklo64(hi01, hi23), out.half[0].c[2], out.half[1].c[2]);
+        simd::toHalves(fixC4Order(unpacklo64(lo01, lo23)), out.half[0].c[0], out.half[1].c[0]);
+        simd::toHalves(fixC4Order(unpackhi64(lo01, lo23)), out.half[0].c[1], out.half[1].c[1]);
+        simd::toHalves(fixC4Order(unpacklo64(hi01, hi23)), out.half[0].c[2], out.half[1].c[2]);
 #else
+        V x0 = loadLanes<V, 64>(p), x1 = loadLanes<V, 64>(p + 16);
+        V x2 = loadLanes<V, 64>(p + 32), x3 = loadLanes<V, 64>(p + 48);
+        Block<V> out;
         // Byte transpose: [c0 even | c1 even], [c2 even | c3 even] and the same for the
         // odd pixels, four pixels in each quarter.
         const V t0 = unpacklo8(x0, x1), t1 = unpackhi8(x0, x1);
@@ -480,8 +493,7 @@ struct PackedC4AlphaOut {
         const V a = splat16<V>(alpha);
         V pixels[4];
         simd::fourChannelPixels(v, a, pixels);
-        PXK_UNROLL
-        for (int i = 0; i < 4; ++i) storeLanes<V, 64>(plane[0] + pixelOffset<4>(x) + 16 * i, pixels[i]);
+        storeLanes4x64(plane[0] + pixelOffset<4>(x), pixels);
     }
     PXK_INLINE void store1(int32_t x, Pixel3 v) const {
         writePacked<4>(plane[0], x, v);

@@ -129,6 +129,13 @@ PXK_INLINE void storeLanes<V128, 48>(uint8_t* p, V128 v) { store128(p, v); }
 template <>
 PXK_INLINE void storeLanes<V128, 64>(uint8_t* p, V128 v) { store128(p, v); }
 
+// Four vectors whose lane L holds the 16-byte chunks 4 L to 4 L + 3 (one a vector)
+// of a run of 64 bytes a lane, stored in order. The 128-bit form is four stores.
+PXK_INLINE void storeLanes4x64(uint8_t* p, const V128 v[4]) {
+    PXK_UNROLL
+    for (int i = 0; i < 4; ++i) store128(p + 16 * i, v[i]);
+}
+
 // ---------------------------------------------------------------------------------
 // Operations, one line each naming the 128-bit instruction and its 256-bit twin (the
 // twin exists in the avx2 build only). Arithmetic wraps unless the name says
@@ -257,6 +264,14 @@ template <>
 PXK_INLINE void storeLanes<V256, 48>(uint8_t* p, V256 v) { storeTwoChunks<48>(p, v); }
 template <>
 PXK_INLINE void storeLanes<V256, 64>(uint8_t* p, V256 v) { storeTwoChunks<64>(p, v); }
+// The 256-bit form joins the lanes of two vectors into whole 32-byte stores.
+PXK_INLINE void storeLanes4x64(uint8_t* p, const V256 v[4]) {
+    PXK_UNROLL
+    for (int i = 0; i < 4; i += 2) {
+        storeLanes<V256, 16>(p + 16 * i, _mm256_permute2x128_si256(v[i], v[i + 1], 0x20));
+        storeLanes<V256, 16>(p + 64 + 16 * i, _mm256_permute2x128_si256(v[i], v[i + 1], 0x31));
+    }
+}
 
 #endif  // PXKCC_TARGET_AVX2
 
