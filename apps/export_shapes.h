@@ -21,6 +21,9 @@ using PackedToPlanar = PxkResult (*)(const uint8_t*, int32_t, uint8_t* const[3],
 using PlanarToPlanar = PxkResult (*)(const uint8_t* const[3], int32_t, uint8_t* const[3], int32_t, PxkSize);
 using PlanarToPacked = PxkResult (*)(const uint8_t* const[3], int32_t, uint8_t*, int32_t, PxkSize);
 using PlanarToPackedAlpha = PxkResult (*)(const uint8_t* const[3], int32_t, uint8_t*, int32_t, PxkSize, uint8_t);
+using PackedToPackedAlpha = PxkResult (*)(const uint8_t*, int32_t, uint8_t*, int32_t, PxkSize, uint8_t);
+using PackedToPlanar4 = PxkResult (*)(const uint8_t*, int32_t, uint8_t* const[4], int32_t, PxkSize);
+using PackedToPlanarSteps = PxkResult (*)(const uint8_t*, int32_t, uint8_t* const[3], const int32_t[3], PxkSize);
 
 template <class Image>
 PxkSize regionOf(const Image& image) {
@@ -53,6 +56,23 @@ PxkResult planarToPacked(PlanarToPacked f, const Image& s, Image& d) {
 template <class Image>
 PxkResult planarToPackedAlpha(PlanarToPackedAlpha f, const Image& s, Image& d, uint8_t alpha = 0xFF) {
     return f(s.planes(), s.step(), d.data(), d.step(), regionOf(s), alpha);
+}
+
+template <class Image>
+PxkResult packedToPackedAlpha(PackedToPackedAlpha f, const Image& s, Image& d, uint8_t alpha = 0xFF) {
+    return f(s.data(), s.step(), d.data(), d.step(), regionOf(s), alpha);
+}
+
+// Four destination planes (the image's planes() has four entries).
+template <class Image>
+PxkResult packedToPlanar4(PackedToPlanar4 f, const Image& s, Image& d) {
+    return f(s.data(), s.step(), d.planes(), d.step(), regionOf(s));
+}
+
+// Planes of their own sizes, one step a plane (the image's steps() has three entries).
+template <class Image>
+PxkResult packedToPlanarSteps(PackedToPlanarSteps f, const Image& s, Image& d) {
+    return f(s.data(), s.step(), d.planes(), d.steps(), regionOf(s));
 }
 
 // ---- one function per export: export given at compile time ----

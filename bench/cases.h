@@ -40,7 +40,9 @@ struct Case {
 // Bytes read plus bytes written per pixel, counted by layout: an AC4 side counts its
 // alpha byte, because the whole pixel moves through memory even where alpha is
 // neither read nor written.
-inline int trafficPerPixel(const Case& c) { return bytesPerPixel(c.src) + bytesPerPixel(c.dst); }
+inline double trafficPerPixel(const Case& c) {
+    return (bytesPerFourPixels(c.src) + bytesPerFourPixels(c.dst)) / 4.0;
+}
 
 // One of our exports: how to measure it, and how to call it at an address looked up
 // in a loaded build.

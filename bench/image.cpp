@@ -11,9 +11,37 @@ int bytesPerPixel(Layout layout) {
     case Layout::C3: return 3;
     case Layout::AC4: return 4;
     case Layout::C4: return 4;
-    case Layout::P3: return 3;
+    case Layout::C2: return 2;
+    default: return 1;
+    }
+}
+
+int bytesPerFourPixels(Layout layout) {
+    switch (layout) {
+    case Layout::C3: return 12;
+    case Layout::AC4: return 16;
+    case Layout::C4: return 16;
+    case Layout::P3: return 12;
+    case Layout::P4: return 16;
+    case Layout::C2: return 8;
+    case Layout::P420: return 6;
+    case Layout::P422: return 8;
+    case Layout::P411: return 6;
     }
     return 0;
+}
+
+bool isPlanar(Layout layout) { return planeCount(layout) > 1; }
+
+int planeCount(Layout layout) {
+    switch (layout) {
+    case Layout::P3:
+    case Layout::P420:
+    case Layout::P422:
+    case Layout::P411: return 3;
+    case Layout::P4: return 4;
+    default: return 1;
+    }
 }
 
 const char* layoutName(Layout layout) {
@@ -22,6 +50,11 @@ const char* layoutName(Layout layout) {
     case Layout::AC4: return "AC4";
     case Layout::C4: return "C4";
     case Layout::P3: return "P3";
+    case Layout::P4: return "P4";
+    case Layout::C2: return "C2";
+    case Layout::P420: return "P420";
+    case Layout::P422: return "P422";
+    case Layout::P411: return "P411";
     }
     return "?";
 }
@@ -64,22 +97,22 @@ void fillRandom(uint8_t* data, size_t bytes, uint32_t seed) {
 
 Image::Image(Layout layout, int width, int height)
     : layout_(layout), width_(width), height_(height) {
-    const bool planar = layout == Layout::P3;
+    const bool planar = isPlanar(layout);
     const size_t rowBytes = static_cast<size_t>(width) * (planar ? 1 : bytesPerPixel(layout));
     step_ = static_cast<int32_t>(roundUp(rowBytes));
     planeBytes_ = roundUp(static_cast<size_t>(step_) * static_cast<size_t>(height));
-    storage_ = allocateAligned(planeBytes_ * (planar ? 3 : 1));
-    for (int p = 0; p < 3; ++p) {
-        planes_[p] = planar || p == 0 ? storage_.get() + planeBytes_ * static_cast<size_t>(p)
-                                      : nullptr;
+    storage_ = allocateAligned(planeBytes_ * static_cast<size_t>(planeCount(layout)));
+    for (int p = 0; p < 4; ++p) {
+        planes_[p] = p < planeCount(layout) ? storage_.get() + planeBytes_ * static_cast<size_t>(p) : nullptr;
+        steps_[p] = step_;
     }
 }
 
 void Image::fill(Content content, uint32_t seed) {
     uint32_t state = seed != 0 ? seed : 0x9E3779B9u;
-    const bool planar = layout_ == Layout::P3;
+    const bool planar = isPlanar(layout_);
     const int channels = planar ? 1 : bytesPerPixel(layout_);
-    for (int p = 0; p < (planar ? 3 : 1); ++p) {
+    for (int p = 0; p < planeCount(layout_); ++p) {
         for (int y = 0; y < height_; ++y) {
             uint8_t* row = planes_[p] + static_cast<size_t>(step_) * static_cast<size_t>(y);
             for (int x = 0; x < width_ * channels; ++x) {

@@ -16,10 +16,21 @@ enum class Layout {
     C3,   // 3 interleaved bytes per pixel
     AC4,  // 4 bytes per pixel, the 4th is alpha (not converted)
     C4,   // 4 bytes per pixel, alpha written from an argument
-    P3    // three planes of 1 byte per pixel, one common step
+    P3,   // three planes of 1 byte per pixel, one common step
+    P4,   // four planes of 1 byte per pixel, one common step
+    C2,   // 2 bytes per pixel: Y0 Cb Y1 Cr for each pair
+    P420, // three planes, chroma at half width and half height (steps as an array)
+    P422, // three planes, chroma at half width (steps as an array)
+    P411  // three planes, chroma at quarter width (steps as an array)
 };
 
+// Bytes of one interleaved pixel (packed layouts; 1 for planar ones).
 int bytesPerPixel(Layout layout);
+// Bytes that four pixels occupy, all planes together: what a conversion reads or
+// writes of this layout.
+int bytesPerFourPixels(Layout layout);
+bool isPlanar(Layout layout);
+int planeCount(Layout layout);
 const char* layoutName(Layout layout);
 
 // What the samples of a source image hold; decides the value range of the fill.
@@ -40,7 +51,8 @@ AlignedBytes allocateAligned(size_t bytes);
 // Fills `bytes` with a deterministic pseudo-random sequence (same seed, same bytes).
 void fillRandom(uint8_t* data, size_t bytes, uint32_t seed);
 
-// One image: a packed buffer, or three planes of the same step inside one allocation.
+// One image: a packed buffer, or three or four planes of the same step inside one
+// allocation.
 class Image {
 public:
     Image(Layout layout, int width, int height);
@@ -54,9 +66,11 @@ public:
     uint8_t* data() { return planes_[0]; }
     const uint8_t* data() const { return planes_[0]; }
 
-    // Planar layout: the three plane pointers (for packed ones only [0] is set).
+    // Planar layout: the plane pointers (for packed ones only [0] is set).
     uint8_t* const* planes() { return planes_; }
     const uint8_t* const* planes() const { return planes_; }
+    // One step a plane, all the same (every plane is allocated at full size).
+    const int32_t* steps() const { return steps_; }
 
     // Pseudo-random content in the value range of `content`.
     void fill(Content content, uint32_t seed);
@@ -68,7 +82,8 @@ private:
     int32_t step_;
     size_t planeBytes_;
     AlignedBytes storage_;
-    uint8_t* planes_[3];
+    uint8_t* planes_[4];
+    int32_t steps_[4];
 };
 
 // Images are allocated on first use and kept for the whole run, so that every

@@ -103,7 +103,7 @@ void configure(benchmark::internal::Benchmark* b, const Options& o) {
 
 size_t memcpyBytesFor(const bench::Case& c, const Options& o) {
     const size_t pixels = static_cast<size_t>(o.width) * static_cast<size_t>(o.height);
-    return pixels * static_cast<size_t>(bench::trafficPerPixel(c)) / 2;
+    return static_cast<size_t>(static_cast<double>(pixels) * bench::trafficPerPixel(c) / 2);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "measure.h"
 
+#include <cstdio>
+
 #include <cstring>
 #include <map>
 #include <string>
@@ -59,12 +61,19 @@ private:
 
 }  // namespace
 
+// Bytes a pixel as a short label: "6", "4.5".
+static std::string trafficLabel(double bytes) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", bytes);
+    return text;
+}
+
 void measureCase(benchmark::State& state, const Case& c, int width, int height,
                  const std::string& reference) {
     const Image& src = imagePool().source(c.src, c.input, width, height);
     Image& dst = imagePool().destination(c.dst, width, height);
     state.SetLabel(std::string(layoutName(c.src)) + ">" + layoutName(c.dst) + " " +
-                   std::to_string(trafficPerPixel(c)) + "B/px");
+                   trafficLabel(trafficPerPixel(c)) + "B/px");
     const Hold hold(c);
 
     // One call before timing: checks the status and brings both images into use.

@@ -29,6 +29,24 @@ int argbToI444(const Image& s, Image& d) {
                               s.width(), s.height());
 }
 
+// Packed to three planes of subsampled chroma (I420, I422): Y, U, V.
+using ToPlanes = int (*)(const uint8_t*, int, uint8_t*, int, uint8_t*, int, uint8_t*, int, int, int);
+
+template <ToPlanes F>
+int toPlanes(const Image& s, Image& d) {
+    uint8_t* const* p = d.planes();
+    const int32_t* st = d.steps();
+    return F(s.data(), s.step(), p[0], st[0], p[1], st[1], p[2], st[2], s.width(), s.height());
+}
+
+// Packed to packed 4:2:2 (YUY2: Y0 U Y1 V).
+using ToPacked = int (*)(const uint8_t*, int, uint8_t*, int, int, int);
+
+template <ToPacked F>
+int toPacked(const Image& s, Image& d) {
+    return F(s.data(), s.step(), d.data(), d.step(), s.width(), s.height());
+}
+
 // libyuv picks its code paths from process-wide processor flags. Each call runs twice:
 // as the library chooses (AVX2 where present), and held to SSSE3 and below, the
 // nearest to our SSE2 build. The mask is set before a measurement and lifted after
@@ -69,6 +87,32 @@ std::vector<Case> libyuvCases() {
                     fromI444<libyuv::I444ToARGB>,
                     {"pxkiYCbCrToBGR_8u_P3C4R"},
                     "same layout and byte order (B,G,R,A), alpha 255"});
+    addBoth(cases, {"libyuv/RGB24ToI420", Layout::C3, Layout::P420, Content::Rgb, toPlanes<libyuv::RGB24ToI420>,
+                    {"pxkiBGRToYCbCr420_8u_C3P3R", "pxkiBGRToYCrCb420_8u_C3P3R"},
+                    "same layouts (B,G,R source), 2x2 chroma from the block"});
+    addBoth(cases, {"libyuv/RAWToI420", Layout::C3, Layout::P420, Content::Rgb, toPlanes<libyuv::RAWToI420>,
+                    {"pxkiRGBToYCbCr420_8u_C3P3R"},
+                    "same layouts (R,G,B source)"});
+    addBoth(cases, {"libyuv/ARGBToI420", Layout::AC4, Layout::P420, Content::Rgb, toPlanes<libyuv::ARGBToI420>,
+                    {"pxkiBGRToYCbCr420_8u_AC4P3R", "pxkiBGRToYCrCb420_8u_AC4P3R", "pxkiBGRToYCbCr411_8u_AC4P3R"},
+                    "B,G,R,A source bytes; 4:2:0"});
+    addBoth(cases, {"libyuv/RGB24ToI420 (for 411)", Layout::C3, Layout::P420, Content::Rgb,
+                    toPlanes<libyuv::RGB24ToI420>,
+                    {"pxkiBGRToYCbCr411_8u_C3P3R"},
+                    "B,G,R source; 4:2:0, not 4:1:1"});
+    addBoth(cases, {"libyuv/ABGRToI420", Layout::AC4, Layout::P420, Content::Rgb, toPlanes<libyuv::ABGRToI420>,
+                    {"pxkiRGBToYCrCb420_8u_AC4P3R"},
+                    "R,G,B,A source bytes"});
+    addBoth(cases, {"libyuv/ARGBToI422", Layout::AC4, Layout::P422, Content::Rgb, toPlanes<libyuv::ARGBToI422>,
+                    {"pxkiBGRToYCbCr422_8u_AC4P3R", "pxkiBGRToYCbCr422_8u_C3P3R", "pxkiRGBToYCbCr422_8u_C3P3R"},
+                    "B,G,R,A source bytes"});
+    addBoth(cases, {"libyuv/ARGBToYUY2", Layout::AC4, Layout::C2, Content::Rgb, toPacked<libyuv::ARGBToYUY2>,
+                    {"pxkiBGRToYCbCr422_8u_AC4C2R", "pxkiBGRToYCbCr422_8u_C3C2R", "pxkiRGBToYCbCr422_8u_C3C2R",
+                     "pxkiRGBToYCbCr422_8u_P3C2R"},
+                    "B,G,R,A source bytes, Y0 U Y1 V"});
+    addBoth(cases, {"libyuv/ARGBToUYVY", Layout::AC4, Layout::C2, Content::Rgb, toPacked<libyuv::ARGBToUYVY>,
+                    {"pxkiRGBToYCrCb422_8u_C3C2R", "pxkiRGBToYCrCb422_8u_P3C2R"},
+                    "B,G,R,A source bytes, U Y0 V Y1"});
     return cases;
 }
 #else

@@ -53,6 +53,22 @@ std::vector<Case> openCvCases() {
          cvtColorInto<cv::COLOR_YCrCb2RGB, 4>,
          {"pxkiYCbCrToRGB_8u_AC4R"},
          "full range, 3-byte input pixels, writes alpha"},
+        {"opencv/cvtColor_RGB2YUV_8UC3", Layout::C3, Layout::C3, Content::Rgb,
+         cvtColorInto<cv::COLOR_RGB2YUV, 3>,
+         {"pxkiRGBToYUV_8u_C3R", "pxkiRGBToYUV_8u_C3P3R", "pxkiRGBToYUV_8u_P3R"},
+         "same matrix, packed output"},
+        {"opencv/cvtColor_RGB2YUV_8UC4to3", Layout::AC4, Layout::C3, Content::Rgb,
+         cvtColorInto<cv::COLOR_RGB2YUV, 3>,
+         {"pxkiRGBToYUV_8u_AC4R", "pxkiRGBToYUV_8u_AC4P4R"},
+         "same matrix, 3-byte output pixels"},
+        {"opencv/cvtColor_YUV2RGB_8UC3", Layout::C3, Layout::C3, Content::Rgb,
+         cvtColorInto<cv::COLOR_YUV2RGB, 3>,
+         {"pxkiYUVToRGB_8u_C3R", "pxkiYUVToRGB_8u_P3C3R", "pxkiYUVToRGB_8u_P3R"},
+         "same matrix, packed input and output"},
+        {"opencv/cvtColor_YUV2RGB_8UC3to4", Layout::C3, Layout::C4, Content::Rgb,
+         cvtColorInto<cv::COLOR_YUV2RGB, 4>,
+         {"pxkiYUVToRGB_8u_AC4R", "pxkiYUVToRGB_8u_C3C4R"},
+         "same matrix, 3-byte input pixels, writes alpha"},
     };
 }
 #else

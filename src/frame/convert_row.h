@@ -37,10 +37,13 @@ struct HasQuadLayouts<In, Out,
 }  // namespace detail
 
 // A conversion given as two forms: BlockForm::apply(const Lanes3<V>&) for the columns
-// of the vector blocks, Tail::apply(Pixel3) for the tail. With Reorder the first and
-// third output channels of both are swapped (an RGB result written in BGR order).
-template <class BlockForm, class Tail, bool Reorder = false>
+// of the vector blocks, Tail::apply(Pixel3) for the tail. The vector columns are those
+// below n = width - width % Unit (Unit 8 or 16). With Reorder the first and third
+// output channels of both are swapped (an RGB result written in BGR order).
+template <class BlockForm, class Tail, bool Reorder = false, int32_t Unit = 8>
 struct ColumnForms {
+    static_assert(Unit == 8 || Unit == 16, "vector columns come in 8s or 16s");
+    static constexpr int32_t kUnit = Unit;
     template <class V>
     PXK_INLINE static Lanes3<V> block(const Lanes3<V>& v) {
         Lanes3<V> r = BlockForm::template apply<V>(v);
@@ -120,15 +123,16 @@ __attribute__((noinline)) void convertStagedBlock(const In& in, const Out& out, 
 }  // namespace detail
 
 // Converts one row of `width` pixels from `in` to `out`. Vector blocks cover the
-// widest vector's block, then 16 columns; a last block of 8 runs through local
-// buffers, so that no byte beyond the row's last pixel is read or written.
+// widest vector's block, then 16 columns; where the unit is 8, a last block of 8 runs
+// through local buffers, so that no byte beyond the row's last pixel is read or
+// written.
 template <class Forms, class In, class Out>
 PXK_INLINE void convertRow(const In& inRow, const Out& outRow, int32_t width) {
     // Local copies: the stores of a block may alias any byte, so plane pointers read
     // through a reference would be read again after every store.
     const In in = inRow;
     const Out out = outRow;
-    splitColumns<8, kBlockPixels<vec::Widest>>(
+    splitColumns<Forms::kUnit, kBlockPixels<vec::Widest>>(
         width,
         [&](int32_t x, int32_t count) PXK_LAMBDA_INLINE {
             if (count == kBlockPixels<vec::Widest>) {

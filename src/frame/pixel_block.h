@@ -115,6 +115,29 @@ PXK_INLINE V packHalves(V half0, V half1) {
     return packus16(half0, half1);
 }
 
+// For the pixels of one half of a block, unpacked to 32-bit lanes four at a time
+// (unpacklo16 / unpackhi16 give the same pattern): all ones in the lanes whose pixel
+// has an odd column, zeros in the others.
+template <class V>
+PXK_INLINE V oddColumnLanes32(int half) {
+    if constexpr (packedPosition(1) == 1) {
+        return splat32Pattern<V>(0, -1, 0, -1);  // pixels in order: odd and even alternate
+    } else {
+        return half == 0 ? zero<V>() : splat32<V>(-1);  // even pixels, then odd ones
+    }
+}
+
+// The sums of the horizontal pairs of pixels (0, 1), (2, 3), ... of a block's two
+// halves of one channel, in pair order: eight sums per 128-bit lane.
+template <class V>
+PXK_INLINE V horizontalPairSums(V half0, V half1) {
+    if constexpr (packedPosition(1) == 1) {
+        return pairSums16(half0, half1);  // pixels in order: adjacent lanes
+    } else {
+        return add16(half0, half1);  // even and odd pixels: the same lane of each half
+    }
+}
+
 // Bytes in pixel order from the block's two halves, saturated to 8 bits.
 template <class V>
 PXK_INLINE V halvesToPixelBytes(V half0, V half1) {
@@ -267,6 +290,20 @@ PXK_INLINE void writePacked(uint8_t* row, int32_t x, Pixel3 v) {
     p[0] = v.c[0];
     p[1] = v.c[1];
     p[2] = v.c[2];
+}
+
+// Byte 3 of each of `width` four-byte pixels copied into a row of one byte a pixel;
+// sixteen pixels at a time, then one by one.
+PXK_INLINE void copyFourthBytes(const uint8_t* src, uint8_t* dst, int32_t width) {
+    using namespace vec;
+    int32_t x = 0;
+    for (; width - x >= 16; x += 16) {
+        const uint8_t* p = src + pixelOffset<4>(x);
+        const V128 a0 = srli32<24>(load128(p)), a1 = srli32<24>(load128(p + 16));
+        const V128 a2 = srli32<24>(load128(p + 32)), a3 = srli32<24>(load128(p + 48));
+        store128(dst + x, packus16(packs32(a0, a1), packs32(a2, a3)));
+    }
+    for (; x < width; ++x) dst[x] = src[pixelOffset<4>(x) + 3];
 }
 
 // ---------------------------------------------------------------------------------

@@ -76,6 +76,14 @@ PXK_INLINE V splat32(int32_t v);
 template <>
 PXK_INLINE V128 splat32<V128>(int32_t v) { return _mm_set1_epi32(v); }
 
+// Every 128-bit lane holding the four 32-bit values a, b, c, d in this order.
+template <class V>
+PXK_INLINE V splat32Pattern(int32_t a, int32_t b, int32_t c, int32_t d);
+template <>
+PXK_INLINE V128 splat32Pattern<V128>(int32_t a, int32_t b, int32_t c, int32_t d) {
+    return _mm_setr_epi32(a, b, c, d);
+}
+
 // Every 128-bit lane holding four 16-bit lanes of lo, then four of hi.
 template <class V>
 PXK_INLINE V splat16Halves(int32_t lo, int32_t hi);
@@ -128,6 +136,11 @@ template <>
 PXK_INLINE void storeLanes<V128, 48>(uint8_t* p, V128 v) { store128(p, v); }
 template <>
 PXK_INLINE void storeLanes<V128, 64>(uint8_t* p, V128 v) { store128(p, v); }
+template <>
+PXK_INLINE void storeLanes<V128, 32>(uint8_t* p, V128 v) { store128(p, v); }
+
+// The low 8 bytes of each 128-bit lane, stored one after the other.
+PXK_INLINE void storeLowHalves(uint8_t* p, V128 v) { _mm_storel_epi64(reinterpret_cast<__m128i*>(p), v); }
 
 // Four vectors whose lane L holds the 16-byte chunks 4 L to 4 L + 3 (one a vector)
 // of a run of 64 bytes a lane, stored in order. The 128-bit form is four stores.
@@ -208,12 +221,63 @@ PXK_INLINE V upperHalf(V a) {
 }
 
 #if defined(PXKCC_TARGET_AVX2)
+// Sums of adjacent 16-bit lanes: four pairs of a, then four of b, in each 128-bit lane.
+PXK_VEC_OP2(pairSums16, _mm_hadd_epi16, _mm256_hadd_epi16)
 // Byte shuffle within each lane; an index with its top bit set gives 0.
 PXK_VEC_OP2(shuffleBytes, _mm_shuffle_epi8, _mm256_shuffle_epi8)
 // Bytes of b where the mask byte's top bit is set, else of a.
 PXK_INLINE V128 blendBytes(V128 a, V128 b, V128 mask) { return _mm_blendv_epi8(a, b, mask); }
 PXK_INLINE V256 blendBytes(V256 a, V256 b, V256 mask) { return _mm256_blendv_epi8(a, b, mask); }
 #endif
+
+// ---------------------------------------------------------------------------------
+// Single-precision lanes, for the float forms: one rounding for each operation, in
+// the order written (the build never contracts a multiply and an add).
+// ---------------------------------------------------------------------------------
+
+using F128 = __m128;
+#if defined(PXKCC_TARGET_AVX2)
+using F256 = __m256;
+#endif
+
+// The float vector as wide as the integer vector V.
+template <class V>
+struct FloatLanesOf;
+template <>
+struct FloatLanesOf<V128> {
+    using type = F128;
+};
+#if defined(PXKCC_TARGET_AVX2)
+template <>
+struct FloatLanesOf<V256> {
+    using type = F256;
+};
+#endif
+template <class V>
+using FloatOf = typename FloatLanesOf<V>::type;
+
+template <class F>
+PXK_INLINE F splatF(float v);
+template <>
+PXK_INLINE F128 splatF<F128>(float v) { return _mm_set1_ps(v); }
+
+#if defined(PXKCC_TARGET_AVX2)
+#define PXK_VEC_FOP2(name, op128, op256)                             \
+    PXK_INLINE F128 name(F128 a, F128 b) { return op128(a, b); }     \
+    PXK_INLINE F256 name(F256 a, F256 b) { return op256(a, b); }
+#else
+#define PXK_VEC_FOP2(name, op128, op256) \
+    PXK_INLINE F128 name(F128 a, F128 b) { return op128(a, b); }
+#endif
+PXK_VEC_FOP2(addF, _mm_add_ps, _mm256_add_ps)
+PXK_VEC_FOP2(subF, _mm_sub_ps, _mm256_sub_ps)
+PXK_VEC_FOP2(mulF, _mm_mul_ps, _mm256_mul_ps)
+#undef PXK_VEC_FOP2
+
+// 32-bit integer lanes to floats (exact below 2^24), and floats to 32-bit integers
+// truncated toward zero.
+PXK_INLINE F128 toFloat(V128 v) { return _mm_cvtepi32_ps(v); }
+PXK_INLINE V128 truncToInt(F128 v) { return _mm_cvttps_epi32(v); }
 
 #undef PXK_VEC_OP2
 #undef PXK_VEC_IMM
@@ -229,6 +293,14 @@ template <>
 PXK_INLINE V256 splat16<V256>(int32_t v) { return _mm256_set1_epi16(static_cast<int16_t>(v)); }
 template <>
 PXK_INLINE V256 splat32<V256>(int32_t v) { return _mm256_set1_epi32(v); }
+template <>
+PXK_INLINE F256 splatF<F256>(float v) { return _mm256_set1_ps(v); }
+PXK_INLINE F256 toFloat(V256 v) { return _mm256_cvtepi32_ps(v); }
+PXK_INLINE V256 truncToInt(F256 v) { return _mm256_cvttps_epi32(v); }
+template <>
+PXK_INLINE V256 splat32Pattern<V256>(int32_t a, int32_t b, int32_t c, int32_t d) {
+    return _mm256_setr_epi32(a, b, c, d, a, b, c, d);
+}
 template <>
 PXK_INLINE V256 splat16Halves<V256>(int32_t lo, int32_t hi) {
     return _mm256_broadcastsi128_si256(splat16Halves<V128>(lo, hi));
@@ -264,6 +336,11 @@ template <>
 PXK_INLINE void storeLanes<V256, 48>(uint8_t* p, V256 v) { storeTwoChunks<48>(p, v); }
 template <>
 PXK_INLINE void storeLanes<V256, 64>(uint8_t* p, V256 v) { storeTwoChunks<64>(p, v); }
+template <>
+PXK_INLINE void storeLanes<V256, 32>(uint8_t* p, V256 v) { storeTwoChunks<32>(p, v); }
+PXK_INLINE void storeLowHalves(uint8_t* p, V256 v) {
+    store128(p, _mm256_castsi256_si128(_mm256_permute4x64_epi64(v, _MM_SHUFFLE(3, 1, 2, 0))));
+}
 // The 256-bit form joins the lanes of two vectors into whole 32-byte stores.
 PXK_INLINE void storeLanes4x64(uint8_t* p, const V256 v[4]) {
     PXK_UNROLL

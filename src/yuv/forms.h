@@ -70,6 +70,24 @@ struct DirectForm {
         const V gb[2] = {unpacklo16(g, v.c[2]), unpackhi16(g, v.c[2])};
         return Lanes3<V>{{row(kSplitY, rg, gb), row(kSplitCb, rg, gb), row(kSplitCr, rg, gb)}};
     }
+
+    // Y alone, with `less` (32-bit lanes, in the order of the pixels unpacked from each
+    // half of the vector: the same pattern for both) taken off each sum before the
+    // shift: a lower offset for chosen pixels.
+    template <class V>
+    PXK_INLINE static V lumaLess(const Lanes3<V>& v, V less) {
+        const V g = add16(v.c[1], splat16<V>(kGreenBias));
+        const V rg[2] = {unpacklo16(v.c[0], v.c[1]), unpackhi16(v.c[0], v.c[1])};
+        const V gb[2] = {unpacklo16(g, v.c[2]), unpackhi16(g, v.c[2])};
+        V s[2];
+        PXK_UNROLL
+        for (int h = 0; h < 2; ++h) {
+            const V sum = add32(madd16(rg[h], pairs<V>(kSplitY.r, kSplitY.g)),
+                                madd16(gb[h], pairs<V>(kSplitY.gBiased, kSplitY.b)));
+            s[h] = srai32<16>(sub32(sum, less));
+        }
+        return packs32(s[0], s[1]);
+    }
 };
 
 // The paired form: 16-bit coefficients at a scale of 2^15, four fraction bits kept.
@@ -184,9 +202,11 @@ struct HighProductForm {
 // ---------------------------------------------------------------------------------
 
 // The inverse matrix at a scale of 2^16: R from Y and Cr, G from all three, B from Y
-// and Cb, with Cb and Cr taken less 128, then shifted and saturated.
+// and Cb, with Cb and Cr taken less 128, then shifted and saturated. G's offset may
+// differ from that of R and B by a multiple of 2^12 (gOffsetDelta).
 struct InverseMatrix {
     int32_t y, crToR, cbToG, crToG, cbToB, offset;
+    int32_t gOffsetDelta = 0;
 };
 
 // The forms of the inverse matrix that differ only in their constants share this
@@ -210,7 +230,7 @@ struct InverseMatrixForm {
     PXK_INLINE static Pixel3 apply(Pixel3 p) {
         const int32_t y = p.c[0], cb = p.c[1] - 128, cr = p.c[2] - 128;
         return Pixel3{{clamp8(asr(M.y * y + M.crToR * cr + M.offset, 16)),
-                       clamp8(asr(M.y * y + M.cbToG * cb + M.crToG * cr + M.offset, 16)),
+                       clamp8(asr(M.y * y + M.cbToG * cb + M.crToG * cr + M.offset + M.gOffsetDelta, 16)),
                        clamp8(asr(M.y * y + M.cbToB * cb + M.offset, 16))}};
     }
 
@@ -224,6 +244,7 @@ struct InverseMatrixForm {
                       estimateFactor(M.cbToG) > -32768 && estimateFactor(M.crToG) > -32768 &&
                       estimateFactor(M.cbToB) < 32768,
                   "chroma factors, signed");
+    static_assert(M.gOffsetDelta % 4096 == 0, "G's own offset moves the estimate by whole steps");
 
     // The estimate and the low 16 bits of one output, its chroma terms added to the
     // shared luma ones; then the corrected shift.
@@ -253,8 +274,13 @@ struct InverseMatrixForm {
         const V lumaLow = addLow(splat16<V>(M.offset), y, M.y);
         Lanes3<V> out;
         out.c[0] = finish(addEstimate(lumaEstimate, cr256, M.crToR), addLow(lumaLow, cr, M.crToR));
-        out.c[1] = finish(addEstimate(addEstimate(lumaEstimate, cb256, M.cbToG), cr256, M.crToG),
-                          addLow(addLow(lumaLow, cb, M.cbToG), cr, M.crToG));
+        V gEstimate = lumaEstimate, gLow = lumaLow;
+        if constexpr (M.gOffsetDelta != 0) {
+            gEstimate = add16(gEstimate, splat16<V>(M.gOffsetDelta / 4096));
+            gLow = add16(gLow, splat16<V>(M.gOffsetDelta));
+        }
+        out.c[1] = finish(addEstimate(addEstimate(gEstimate, cb256, M.cbToG), cr256, M.crToG),
+                          addLow(addLow(gLow, cb, M.cbToG), cr, M.crToG));
         out.c[2] = finish(addEstimate(lumaEstimate, cb256, M.cbToB), addLow(lumaLow, cb, M.cbToB));
         return out;
     }

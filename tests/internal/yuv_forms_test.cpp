@@ -10,6 +10,7 @@
 
 #include "frame/vec.h"
 #include "yuv/forms.h"
+#include "yuv/yuv_forms.h"
 
 namespace {
 
@@ -90,6 +91,31 @@ TEST(YuvForms, HighProductInverseBlockMatchesTail) {
     EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::HighProductInverseForm>("high-product inverse"), 0);
 }
 
+// The full-range YUV forms that vector blocks use.
+TEST(YuvForms, YuvHighProductBlockMatchesTail) {
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::YuvHighProductForm>("YUV high-product"), 0);
+}
+TEST(YuvForms, RoundedScalarBlockMatchesTail) {
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::RoundedScalarForm>("rounded scalar"), 0);
+}
+TEST(YuvForms, RoundedLumaScalarBlockMatchesTail) {
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::RoundedLumaScalarForm>("rounded luma scalar"), 0);
+}
+TEST(YuvForms, TruncatingLumaScalarBlockMatchesTail) {
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::TruncatingLumaScalarForm>("truncating luma scalar"), 0);
+}
+TEST(YuvForms, FullRoundedBlockMatchesTail) {
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::FullRoundedForm>("full rounded"), 0);
+}
+TEST(YuvForms, HalfRoundedBlockMatchesTail) {
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::HalfRoundedForm>("half rounded"), 0);
+}
+TEST(YuvForms, TruncatingBlockMatchesTail) {
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::TruncatingForm>("truncating"), 0);
+}
+TEST(YuvForms, OctetBlockMatchesTail) { EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::OctetForm>("octet"), 0); }
+TEST(YuvForms, DoubledBlockMatchesTail) { EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::DoubledForm>("doubled"), 0); }
+
 // The paired form also works on blocks in quad order, where one output vector can mix
 // two rows; every pixel must still match the scalar form.
 TEST(YuvForms, PairedQuadBlockMatchesTail) {
@@ -149,6 +175,22 @@ TEST(YuvForms, FormsThatExportsMixDiffer) {
                         [](pxk::Pixel3 p) { return RoundedForm::apply(p); }));
     EXPECT_TRUE(differs([](pxk::Pixel3 p) { return WideTruncatingForm::apply(p); },
                         [](pxk::Pixel3 p) { return WideRoundedForm::apply(p); }));
+    // Full-range YUV: the pairs of block and tail forms, and the scalar forms that
+    // differ in a rounding constant only.
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return YuvHighProductForm::apply(p); },
+                        [](pxk::Pixel3 p) { return TruncatingLumaScalarForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return YuvHighProductForm::apply(p); },
+                        [](pxk::Pixel3 p) { return MatrixScalarForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return RoundedScalarForm::apply(p); },
+                        [](pxk::Pixel3 p) { return RoundedLumaScalarForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return RoundedLumaScalarForm::apply(p); },
+                        [](pxk::Pixel3 p) { return TruncatingLumaScalarForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return OctetForm::apply(p); },
+                        [](pxk::Pixel3 p) { return HalfRoundedForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return DoubledForm::apply(p); },
+                        [](pxk::Pixel3 p) { return TruncatingForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return FullRoundedForm::apply(p); },
+                        [](pxk::Pixel3 p) { return HalfRoundedForm::apply(p); }));
 }
 
 }  // namespace

@@ -25,16 +25,18 @@ using pxktest::GuardOptions;
 using pxktest::Rng;
 using pxktest::Surface;
 
-enum class Layout { C3, AC4, C4, P3 };
+// P4: four planes sharing one step (the fourth takes byte 3 of a four-byte source).
+enum class Layout { C3, AC4, C4, P3, P4 };
 
-inline bool isPlanar(Layout l) { return l == Layout::P3; }
+inline bool isPlanar(Layout l) { return l == Layout::P3 || l == Layout::P4; }
+inline int planeCount(Layout l) { return l == Layout::P4 ? 4 : 3; }
 inline int packedChannels(Layout l) { return l == Layout::C3 ? 3 : 4; }
 inline std::size_t rowBytesOf(Layout l, int width) {
     return std::size_t(width) * (isPlanar(l) ? 1u : std::size_t(packedChannels(l)));
 }
 
 inline Surface makeSurface(Layout l, int width, int height, int step, const GuardOptions& options = {}) {
-    if (isPlanar(l)) return Surface::planar(width, height, 3, step, options);
+    if (isPlanar(l)) return Surface::planar(width, height, planeCount(l), step, options);
     return Surface::packed(width, height, packedChannels(l), step, options);
 }
 
@@ -155,6 +157,47 @@ inline void denseAgainstReference(const ExportUnderTest& ex, int width) {
     }
 }
 
+// Every one of the 2^24 three-sample inputs, once: 256 slices, slice s holding the
+// first sample at s and the other two over all 65536 pairs, in rows of `width` pixels
+// (a multiple of 16 puts every input in the vector columns; a width below 8 every
+// input in the tail). One pair of images serves all slices; the guards and the bytes
+// the export must leave alone are checked after every slice.
+inline void everyInputAgainstReference(const ExportUnderTest& ex, int width) {
+    const int perSlice = 65536;
+    const int height = (perSlice + width - 1) / width;
+    Rng rng(pxktest::seedFor((ex.name + "/every").c_str(), {uint32_t(width)}));
+    Surface src = makeSurface(ex.src, width, height, int(rowBytesOf(ex.src, width)) + 1);
+    Surface dst = makeSurface(ex.dst, width, height, int(rowBytesOf(ex.dst, width)) + 3);
+    src.fillRandom(rng);  // alpha bytes of a four-byte source stay random
+    dst.fillRandom(rng);
+    if (ex.keepsDstAlpha) dst.protectChannel(3);
+    dst.snapshot();
+    Surface expected = dst.clone();
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const uint32_t i = (uint32_t(y) * uint32_t(width) + uint32_t(x)) % uint32_t(perSlice);
+            src.at(x, y, 1) = uint8_t(i >> 8);
+            src.at(x, y, 2) = uint8_t(i);
+        }
+    }
+    for (int slice = 0; slice < 256; ++slice) {
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) src.at(x, y, 0) = uint8_t(slice);
+        }
+        const uint8_t alpha = uint8_t(slice * 37 + 11);
+        ex.reference(src, expected, width, height, alpha);
+        const PxkResult st = ex.call(src, dst, PxkSize{width, height}, alpha);
+        ::testing::AssertionResult r = ::testing::AssertionSuccess();
+        if (st != pxkOk) r = ::testing::AssertionFailure() << "status " << st << ", expected pxkOk (0)";
+        if (r) r = pxktest::sameContents(dst, expected);
+        if (r) r = dst.guardsIntact();
+        if (!r) {
+            ADD_FAILURE() << ex.name << " width " << width << ", first sample " << slice << ": " << r.message();
+            return;
+        }
+    }
+}
+
 // Visits the 2^24 three-sample inputs in a scattered order (the code times an odd
 // constant modulo 2^24, a bijection), so that rare inputs turn up early. `visit`
 // returns true to stop.
@@ -232,9 +275,11 @@ struct StatusFixture {
     }
 };
 
-// Packed to packed (C3R, AC4R): src, dst, then size.
-inline void packedStatusChecks(Layout l, PxkResult (*fn)(const uint8_t*, int32_t, uint8_t*, int32_t, PxkSize)) {
-    StatusFixture f(l, l);
+using PackedCall = std::function<PxkResult(const uint8_t*, int32_t, uint8_t*, int32_t, PxkSize)>;
+
+// Packed to packed (C3R, AC4R, C3C4R): src, dst, then size.
+inline void packedStatusChecks(Layout s, Layout d, const PackedCall& fn) {
+    StatusFixture f(s, d);
     const int ss = f.src.step(), ds = f.dst.step();
     EXPECT_EQ(fn(nullptr, ss, f.dst.data(), ds, kValid), pxkErrNullPtr);
     EXPECT_TRUE(f.nothingWritten());
@@ -253,6 +298,94 @@ inline void packedStatusChecks(Layout l, PxkResult (*fn)(const uint8_t*, int32_t
     // Steps are not tested: zero and negative steps with a bad size still report the size.
     EXPECT_EQ(fn(f.src.data(), 0, f.dst.data(), -1, PxkSize{0, 1}), pxkErrSize);
     EXPECT_TRUE(f.nothingWritten());
+}
+
+inline void packedStatusChecks(Layout l, PxkResult (*fn)(const uint8_t*, int32_t, uint8_t*, int32_t, PxkSize)) {
+    packedStatusChecks(l, l, PackedCall(fn));
+}
+
+// A call for status tests with each side given either as a packed pointer or as a
+// plane array; the side that the export does not take as that kind is ignored.
+using SidesCall = std::function<PxkResult(const uint8_t* srcPacked, const uint8_t* const* srcPlanes, int32_t srcStep,
+                                          uint8_t* dstPacked, uint8_t* const* dstPlanes, int32_t dstStep, PxkSize)>;
+
+// Checks tested in two stages: the packed pointers and the array pointers themselves,
+// then the size, then each entry of the source array and each of the first
+// `dstEntriesTested` entries of the destination array. A null pointer or array wins
+// over a bad size; a bad size wins over a null entry. Failing calls write nothing.
+inline void twoStageStatusChecks(Layout s, Layout d, int dstEntriesTested, const SidesCall& fn) {
+    StatusFixture f(s, d);
+    const int ss = f.src.step(), ds = f.dst.step();
+    const bool srcArray = isPlanar(s), dstArray = isPlanar(d);
+    const int srcEntries = srcArray ? planeCount(s) : 0;
+    const int dstEntries = dstArray ? planeCount(d) : 0;
+    std::array<const uint8_t*, 4> in{};
+    std::array<uint8_t*, 4> out{};
+    for (int i = 0; i < srcEntries; ++i) in[std::size_t(i)] = f.src.constPlanes()[i];
+    for (int i = 0; i < dstEntries; ++i) out[std::size_t(i)] = f.dst.planes()[i];
+    const uint8_t* srcPacked = srcArray ? nullptr : f.src.data();
+    uint8_t* dstPacked = dstArray ? nullptr : f.dst.data();
+
+    // The whole source or destination missing, with a valid or a bad size.
+    auto callNullSrc = [&](PxkSize z) {
+        return fn(nullptr, nullptr, ss, dstPacked, dstArray ? out.data() : nullptr, ds, z);
+    };
+    auto callNullDst = [&](PxkSize z) {
+        return fn(srcPacked, srcArray ? in.data() : nullptr, ss, nullptr, nullptr, ds, z);
+    };
+    EXPECT_EQ(callNullSrc(kValid), pxkErrNullPtr);
+    EXPECT_EQ(callNullDst(kValid), pxkErrNullPtr);
+    EXPECT_EQ(fn(nullptr, nullptr, ss, nullptr, nullptr, ds, kValid), pxkErrNullPtr);
+    EXPECT_TRUE(f.nothingWritten());
+    for (const PxkSize& z : badSizes()) {
+        SCOPED_TRACE("size " + std::to_string(z.width) + "x" + std::to_string(z.height));
+        EXPECT_EQ(callNullSrc(z), pxkErrNullPtr);
+        EXPECT_EQ(callNullDst(z), pxkErrNullPtr);
+        EXPECT_EQ(fn(srcPacked, srcArray ? in.data() : nullptr, ss, dstPacked, dstArray ? out.data() : nullptr, ds, z),
+                  pxkErrSize);
+        EXPECT_TRUE(f.nothingWritten());
+    }
+
+    // One null entry at a time: reported for a valid size only.
+    auto callWithNullEntry = [&](bool inSrc, int entry, PxkSize z, int32_t srcStep, int32_t dstStep) {
+        std::array<const uint8_t*, 4> i2 = in;
+        std::array<uint8_t*, 4> o2 = out;
+        if (inSrc) {
+            i2[std::size_t(entry)] = nullptr;
+        } else {
+            o2[std::size_t(entry)] = nullptr;
+        }
+        return fn(srcPacked, srcArray ? i2.data() : nullptr, srcStep, dstPacked, dstArray ? o2.data() : nullptr,
+                  dstStep, z);
+    };
+    for (int side = 0; side < 2; ++side) {
+        const bool inSrc = side == 0;
+        const int entries = inSrc ? srcEntries : dstEntriesTested;
+        for (int e = 0; e < entries; ++e) {
+            SCOPED_TRACE(std::string(inSrc ? "null src entry " : "null dst entry ") + std::to_string(e));
+            EXPECT_EQ(callWithNullEntry(inSrc, e, kValid, ss, ds), pxkErrNullPtr);
+            EXPECT_TRUE(f.nothingWritten());
+            for (const PxkSize& z : badSizes()) {
+                SCOPED_TRACE("size " + std::to_string(z.width) + "x" + std::to_string(z.height));
+                EXPECT_EQ(callWithNullEntry(inSrc, e, z, ss, ds), pxkErrSize);
+            }
+            // Steps are not tested, whatever their value.
+            EXPECT_EQ(callWithNullEntry(inSrc, e, PxkSize{0, 2}, 0, -7), pxkErrSize);
+            EXPECT_TRUE(f.nothingWritten());
+        }
+    }
+    // Every entry null at once: still the size first.
+    if (srcEntries + dstEntriesTested > 0) {
+        std::array<const uint8_t*, 4> noIn{};
+        std::array<uint8_t*, 4> noOut{};
+        EXPECT_EQ(fn(srcPacked, srcArray ? noIn.data() : nullptr, ss, dstPacked, dstArray ? noOut.data() : nullptr, ds,
+                     PxkSize{9, 0}),
+                  pxkErrSize);
+        EXPECT_EQ(fn(srcPacked, srcArray ? noIn.data() : nullptr, ss, dstPacked, dstArray ? noOut.data() : nullptr, ds,
+                     kValid),
+                  pxkErrNullPtr);
+        EXPECT_TRUE(f.nothingWritten());
+    }
 }
 
 // Test parameter: an export and a step plan.

@@ -1,0 +1,177 @@
+// The chroma forms of subsampled YCbCr: every source pixel of a chroma group (a 2 by 2
+// block in 420, a horizontal pair in 422, four pixels of a row in 411) contributes
+// through a sum taken before the matrix. Luma comes from the full-resolution forms.
+#pragma once
+
+#include "frame/simd_inline.h"
+
+#include <cstdint>
+
+#include "frame/fixed_point.h"
+#include "frame/pixel_block.h"
+#include "frame/vec.h"
+#include "yuv/forms.h"
+
+namespace pxk {
+namespace yuv {
+
+using namespace vec;
+
+// The sums of the R, G and B samples of one chroma group.
+struct ChromaSums {
+    int32_t r = 0, g = 0, b = 0;
+
+    PXK_INLINE void add(Pixel3 rgb) {
+        r += rgb.c[0];
+        g += rgb.c[1];
+        b += rgb.c[2];
+    }
+};
+
+// The chroma of a group from its sums: the studio-range matrix rows at a scale of
+// 2^Shift, Offset added before the shift, the low 8 bits kept.
+//   - direct sum form (420 and 411, four samples): scale 2^18, offset 128 at that scale
+//     plus 32768, a rounding term of one eighth of a step;
+//   - eighth-rounded pair form (422): scale 2^17, offset 128 plus 16384;
+//   - half-rounded pair form (422): scale 2^17, offset 128.5.
+template <int32_t Offset, int Shift>
+struct SumChromaForm {
+    PXK_INLINE static uint8_t cb(const ChromaSums& s) {
+        return low8(asr(-9699 * s.r - 19071 * s.g + 28770 * s.b + Offset, Shift));
+    }
+    PXK_INLINE static uint8_t cr(const ChromaSums& s) {
+        return low8(asr(28770 * s.r - 24117 * s.g - 4653 * s.b + Offset, Shift));
+    }
+
+    // The same bits on vectors of sums (16-bit lanes): each row in 32-bit lanes by two
+    // madd16 products, on (sR, sG) and on (sB, Offset / 16384), the offset carried by a
+    // factor of 16384. The results lie within 16..240, so the store's saturation keeps
+    // their low 8 bits.
+    static_assert(Offset % 16384 == 0 && Offset / 16384 < 32768, "offset as a product");
+    template <class V>
+    PXK_INLINE static V row(int32_t kr, int32_t kg, int32_t kb, const V rg[2], const V b1[2]) {
+        V out[2];
+        PXK_UNROLL
+        for (int h = 0; h < 2; ++h) {
+            out[h] = srai32<Shift>(add32(madd16(rg[h], pairs<V>(kr, kg)), madd16(b1[h], pairs<V>(kb, 16384))));
+        }
+        return packs32(out[0], out[1]);
+    }
+    template <class V>
+    PXK_INLINE static void apply(V sr, V sg, V sb, V& cbOut, V& crOut) {
+        const V offsets = splat16<V>(Offset / 16384);
+        const V rg[2] = {unpacklo16(sr, sg), unpackhi16(sr, sg)};
+        const V b1[2] = {unpacklo16(sb, offsets), unpackhi16(sb, offsets)};
+        cbOut = row(-9699, -19071, 28770, rg, b1);
+        crOut = row(28770, -24117, -4653, rg, b1);
+    }
+};
+
+using DirectSumForm = SumChromaForm<33587200, 18>;
+using EighthRoundedPairForm = SumChromaForm<16793600, 17>;
+using HalfRoundedPairForm = SumChromaForm<16842752, 17>;
+
+// The vector 420 form, at 3 fraction bits: each product the high product of a
+// coefficient and a sample times 128 (luma) or a 2 by 2 sum times 32 (chroma),
+// truncated by itself. This is its scalar twin, exact to the bit.
+struct Vector420Form {
+    PXK_INLINE static uint8_t luma(Pixel3 p) {
+        return clamp8(asr(highProduct(1052, p.c[0] * 128) + highProduct(2064, p.c[1] * 128) +
+                              highProduct(401, p.c[2] * 128) + 132,
+                          3));
+    }
+    PXK_INLINE static uint8_t cb(const ChromaSums& s) {
+        return clamp8(asr(highProduct(-607, s.r * 32) + highProduct(-1192, s.g * 32) + highProduct(1798, s.b * 32) + 1028,
+                          3));
+    }
+    PXK_INLINE static uint8_t cr(const ChromaSums& s) {
+        return clamp8(asr(highProduct(1798, s.r * 32) + highProduct(-1508, s.g * 32) + highProduct(-291, s.b * 32) + 1028,
+                          3));
+    }
+
+    // The vector blocks: the same products in 16-bit lanes (a sum of four samples
+    // times 32 stays below 2^15); results saturate on store.
+    template <class V>
+    PXK_INLINE static V products(const int32_t (&k)[3], V x0, V x1, V x2, int32_t round) {
+        return srai16<3>(add16(add16(mulhi16(x0, splat16<V>(k[0])), mulhi16(x1, splat16<V>(k[1]))),
+                               add16(mulhi16(x2, splat16<V>(k[2])), splat16<V>(round))));
+    }
+    template <class V>
+    PXK_INLINE static V luma(const Lanes3<V>& p) {
+        return products({1052, 2064, 401}, slli16<7>(p.c[0]), slli16<7>(p.c[1]), slli16<7>(p.c[2]), 132);
+    }
+    template <class V>
+    PXK_INLINE static void apply(V sr, V sg, V sb, V& cbOut, V& crOut) {
+        const V r32 = slli16<5>(sr), g32 = slli16<5>(sg), b32 = slli16<5>(sb);
+        cbOut = products({-607, -1192, 1798}, r32, g32, b32, 1028);
+        crOut = products({1798, -1508, -291}, r32, g32, b32, 1028);
+    }
+};
+
+// The float form: single precision, one rounding for each operation, in exactly the
+// written order (left to right; the build never contracts a multiply and an add), each
+// result truncated toward zero into a byte. Y of one pixel; Cb, Cr of a 2 by 2 block
+// from its sums. Every result lies within 16..240, so the conversions are defined.
+struct FloatForm {
+    PXK_INLINE static uint8_t luma(Pixel3 p) {
+        const float r = p.c[0], g = p.c[1], b = p.c[2];
+        return truncated(0.257f * r + 16.5f + 0.504f * g + 0.098f * b);
+    }
+    PXK_INLINE static uint8_t cb(const ChromaSums& s) {
+        const float r = static_cast<float>(s.r), g = static_cast<float>(s.g), b = static_cast<float>(s.b);
+        return truncated((0.439f * b + 512.0f - 0.148f * r - 0.291f * g) * 0.25f + 0.5f);
+    }
+    PXK_INLINE static uint8_t cr(const ChromaSums& s) {
+        const float r = static_cast<float>(s.r), g = static_cast<float>(s.g), b = static_cast<float>(s.b);
+        return truncated((512.0f - 0.071f * b + 0.439f * r - 0.368f * g) * 0.25f + 0.5f);
+    }
+    PXK_INLINE static uint8_t truncated(float v) { return static_cast<uint8_t>(static_cast<int32_t>(v)); }
+
+    // The vector twins: 16-bit lanes widened to 32 bits and converted (exactly), the
+    // same operations in the same order on float lanes, truncated, packed back.
+    template <class V, class Each>
+    PXK_INLINE static V perHalf(Each&& each) {
+        return packs32(each(0), each(1));
+    }
+    template <class V>
+    PXK_INLINE static FloatOf<V> widened(V x, int h) {
+        return toFloat(h == 0 ? unpacklo16(x, zero<V>()) : unpackhi16(x, zero<V>()));
+    }
+    template <class V>
+    PXK_INLINE static V luma(const Lanes3<V>& p) {
+        using F = FloatOf<V>;
+        return perHalf<V>([&](int h) PXK_LAMBDA_INLINE {
+            const F r = widened(p.c[0], h), g = widened(p.c[1], h), b = widened(p.c[2], h);
+            return truncToInt(addF(addF(addF(mulF(splatF<F>(0.257f), r), splatF<F>(16.5f)), mulF(splatF<F>(0.504f), g)),
+                                   mulF(splatF<F>(0.098f), b)));
+        });
+    }
+    template <class V>
+    PXK_INLINE static void apply(V sr, V sg, V sb, V& cbOut, V& crOut) {
+        using F = FloatOf<V>;
+        cbOut = perHalf<V>([&](int h) PXK_LAMBDA_INLINE {
+            const F r = widened(sr, h), g = widened(sg, h), b = widened(sb, h);
+            const F sum = subF(subF(addF(mulF(splatF<F>(0.439f), b), splatF<F>(512.0f)), mulF(splatF<F>(0.148f), r)),
+                               mulF(splatF<F>(0.291f), g));
+            return truncToInt(addF(mulF(sum, splatF<F>(0.25f)), splatF<F>(0.5f)));
+        });
+        crOut = perHalf<V>([&](int h) PXK_LAMBDA_INLINE {
+            const F r = widened(sr, h), g = widened(sg, h), b = widened(sb, h);
+            const F sum = subF(addF(subF(splatF<F>(512.0f), mulF(splatF<F>(0.071f), b)), mulF(splatF<F>(0.439f), r)),
+                               mulF(splatF<F>(0.368f), g));
+            return truncToInt(addF(mulF(sum, splatF<F>(0.25f)), splatF<F>(0.5f)));
+        });
+    }
+};
+
+// Luma by the direct form of the full-resolution conversion.
+struct DirectLuma {
+    PXK_INLINE static uint8_t luma(Pixel3 p) { return DirectForm::apply(p).c[0]; }
+    template <class V>
+    PXK_INLINE static V luma(const Lanes3<V>& p) {
+        return DirectForm::apply(p).c[0];
+    }
+};
+
+}  // namespace yuv
+}  // namespace pxk
