@@ -24,6 +24,11 @@ using PlanarToPackedAlpha = PxkResult (*)(const uint8_t* const[3], int32_t, uint
 using PackedToPackedAlpha = PxkResult (*)(const uint8_t*, int32_t, uint8_t*, int32_t, PxkSize, uint8_t);
 using PackedToPlanar4 = PxkResult (*)(const uint8_t*, int32_t, uint8_t* const[4], int32_t, PxkSize);
 using PackedToPlanarSteps = PxkResult (*)(const uint8_t*, int32_t, uint8_t* const[3], const int32_t[3], PxkSize);
+using PlanarToPlanarSteps = PxkResult (*)(const uint8_t* const[3], const int32_t[3], uint8_t* const[3],
+                                          const int32_t[3], PxkSize);
+using PackedToPlanarTight = PxkResult (*)(const uint8_t*, uint8_t* const[3], PxkSize);
+using PackedToTwoPlanes = PxkResult (*)(const uint8_t*, int32_t, uint8_t*, int32_t, uint8_t*, int32_t, PxkSize);
+using PlanarToPlanarTight = PxkResult (*)(const uint8_t* const[3], uint8_t* const[3], PxkSize);
 
 template <class Image>
 PxkSize regionOf(const Image& image) {
@@ -73,6 +78,29 @@ PxkResult packedToPlanar4(PackedToPlanar4 f, const Image& s, Image& d) {
 template <class Image>
 PxkResult packedToPlanarSteps(PackedToPlanarSteps f, const Image& s, Image& d) {
     return f(s.data(), s.step(), d.planes(), d.steps(), regionOf(s));
+}
+
+template <class Image>
+PxkResult planarToPlanarSteps(PlanarToPlanarSteps f, const Image& s, Image& d) {
+    return f(s.planes(), s.steps(), d.planes(), d.steps(), regionOf(s));
+}
+
+// A Y plane and a plane of chroma pairs: the image's first two planes.
+template <class Image>
+PxkResult packedToTwoPlanes(PackedToTwoPlanes f, const Image& s, Image& d) {
+    return f(s.data(), s.step(), d.planes()[0], d.steps()[0], d.planes()[1], d.steps()[1], regionOf(s));
+}
+
+// Forms without steps: the rows must lie tightly packed (the image's step equal to its
+// row), as the function derives every step from the width.
+template <class Image>
+PxkResult packedToPlanarTight(PackedToPlanarTight f, const Image& s, Image& d) {
+    return f(s.data(), d.planes(), regionOf(s));
+}
+
+template <class Image>
+PxkResult planarToPlanarTight(PlanarToPlanarTight f, const Image& s, Image& d) {
+    return f(s.planes(), d.planes(), regionOf(s));
 }
 
 // ---- one function per export: export given at compile time ----

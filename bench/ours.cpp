@@ -62,6 +62,22 @@ const std::vector<Export>& ourExports() {
         PXK_ROW(pxkiRGBToYCrCb422_8u_C3C2R, C3, C2, Rgb, packedToPacked),
         PXK_ROW(pxkiRGBToYCbCr422_8u_P3C2R, P3, C2, Rgb, planarToPacked),
         PXK_ROW(pxkiRGBToYCrCb422_8u_P3C2R, P3, C2, Rgb, planarToPacked),
+        PXK_ROW(pxkiBGRToYCbCr420_8u_C3P2R, C3, P420, Rgb, packedToTwoPlanes),
+        PXK_ROW(pxkiBGRToYCbCr420_8u_AC4P2R, AC4, P420, Rgb, packedToTwoPlanes),
+        PXK_ROW(pxkiRGBToYCbCr420_8u_C3P2R, C3, P420, Rgb, packedToTwoPlanes),
+        PXK_ROW(pxkiRGBToYCbCr420_8u_C4P2R, AC4, P420, Rgb, packedToTwoPlanes),
+        // RGB / BGR -> full-range YUV 4:2:0 and 4:2:2 (the forms without steps need tight
+        // rows: run them at a width whose rows need no padding, such as 1920)
+        PXK_ROW(pxkiBGRToYUV420_8u_AC4P3R, AC4, P420, Rgb, packedToPlanarSteps),
+        PXK_ROW(pxkiRGBToYUV420_8u_C3P3R, C3, P420, Rgb, packedToPlanarSteps),
+        PXK_ROW(pxkiRGBToYUV420_8u_C3P3, C3, P420, Rgb, packedToPlanarTight),
+        PXK_ROW(pxkiRGBToYUV420_8u_P3R, P3, P420, Rgb, planarToPlanarSteps),
+        PXK_ROW(pxkiRGBToYUV420_8u_P3, P3, P420, Rgb, planarToPlanarTight),
+        PXK_ROW(pxkiRGBToYUV422_8u_C3C2R, C3, C2, Rgb, packedToPacked),
+        PXK_ROW(pxkiRGBToYUV422_8u_C3P3R, C3, P422, Rgb, packedToPlanarSteps),
+        PXK_ROW(pxkiRGBToYUV422_8u_C3P3, C3, P422, Rgb, packedToPlanarTight),
+        PXK_ROW(pxkiRGBToYUV422_8u_P3R, P3, P422, Rgb, planarToPlanarSteps),
+        PXK_ROW(pxkiRGBToYUV422_8u_P3, P3, P422, Rgb, planarToPlanarTight),
     };
     return table;
 }

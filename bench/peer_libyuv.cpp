@@ -88,13 +88,16 @@ std::vector<Case> libyuvCases() {
                     {"pxkiYCbCrToBGR_8u_P3C4R"},
                     "same layout and byte order (B,G,R,A), alpha 255"});
     addBoth(cases, {"libyuv/RGB24ToI420", Layout::C3, Layout::P420, Content::Rgb, toPlanes<libyuv::RGB24ToI420>,
-                    {"pxkiBGRToYCbCr420_8u_C3P3R", "pxkiBGRToYCrCb420_8u_C3P3R"},
+                    {"pxkiBGRToYCbCr420_8u_C3P3R", "pxkiBGRToYCrCb420_8u_C3P3R", "pxkiBGRToYCbCr420_8u_C3P2R",
+                     "pxkiRGBToYCbCr420_8u_C3P2R"},
                     "same layouts (B,G,R source), 2x2 chroma from the block"});
     addBoth(cases, {"libyuv/RAWToI420", Layout::C3, Layout::P420, Content::Rgb, toPlanes<libyuv::RAWToI420>,
-                    {"pxkiRGBToYCbCr420_8u_C3P3R"},
-                    "same layouts (R,G,B source)"});
+                    {"pxkiRGBToYCbCr420_8u_C3P3R", "pxkiRGBToYUV420_8u_C3P3R", "pxkiRGBToYUV420_8u_C3P3",
+                     "pxkiRGBToYUV420_8u_P3R", "pxkiRGBToYUV420_8u_P3"},
+                    "same layouts (R,G,B source); studio range"});
     addBoth(cases, {"libyuv/ARGBToI420", Layout::AC4, Layout::P420, Content::Rgb, toPlanes<libyuv::ARGBToI420>,
-                    {"pxkiBGRToYCbCr420_8u_AC4P3R", "pxkiBGRToYCrCb420_8u_AC4P3R", "pxkiBGRToYCbCr411_8u_AC4P3R"},
+                    {"pxkiBGRToYCbCr420_8u_AC4P3R", "pxkiBGRToYCrCb420_8u_AC4P3R", "pxkiBGRToYCbCr411_8u_AC4P3R",
+                     "pxkiBGRToYUV420_8u_AC4P3R", "pxkiBGRToYCbCr420_8u_AC4P2R", "pxkiRGBToYCbCr420_8u_C4P2R"},
                     "B,G,R,A source bytes; 4:2:0"});
     addBoth(cases, {"libyuv/RGB24ToI420 (for 411)", Layout::C3, Layout::P420, Content::Rgb,
                     toPlanes<libyuv::RGB24ToI420>,
@@ -104,11 +107,13 @@ std::vector<Case> libyuvCases() {
                     {"pxkiRGBToYCrCb420_8u_AC4P3R"},
                     "R,G,B,A source bytes"});
     addBoth(cases, {"libyuv/ARGBToI422", Layout::AC4, Layout::P422, Content::Rgb, toPlanes<libyuv::ARGBToI422>,
-                    {"pxkiBGRToYCbCr422_8u_AC4P3R", "pxkiBGRToYCbCr422_8u_C3P3R", "pxkiRGBToYCbCr422_8u_C3P3R"},
+                    {"pxkiBGRToYCbCr422_8u_AC4P3R", "pxkiBGRToYCbCr422_8u_C3P3R", "pxkiRGBToYCbCr422_8u_C3P3R",
+                     "pxkiRGBToYUV422_8u_C3P3R", "pxkiRGBToYUV422_8u_C3P3", "pxkiRGBToYUV422_8u_P3R",
+                     "pxkiRGBToYUV422_8u_P3"},
                     "B,G,R,A source bytes"});
     addBoth(cases, {"libyuv/ARGBToYUY2", Layout::AC4, Layout::C2, Content::Rgb, toPacked<libyuv::ARGBToYUY2>,
                     {"pxkiBGRToYCbCr422_8u_AC4C2R", "pxkiBGRToYCbCr422_8u_C3C2R", "pxkiRGBToYCbCr422_8u_C3C2R",
-                     "pxkiRGBToYCbCr422_8u_P3C2R"},
+                     "pxkiRGBToYCbCr422_8u_P3C2R", "pxkiRGBToYUV422_8u_C3C2R"},
                     "B,G,R,A source bytes, Y0 U Y1 V"});
     addBoth(cases, {"libyuv/ARGBToUYVY", Layout::AC4, Layout::C2, Content::Rgb, toPacked<libyuv::ARGBToUYVY>,
                     {"pxkiRGBToYCrCb422_8u_C3C2R", "pxkiRGBToYCrCb422_8u_P3C2R"},

@@ -21,6 +21,19 @@ cv::Mat wrap(const Image& image) {
 
 // Converts into our destination buffer; fails if OpenCV would have allocated a new
 // one (then we would be timing something else).
+// RGB to planar 4:2:0 (one buffer: Y rows, then U rows, then V rows, tightly packed):
+// into the destination's first plane, which is large enough.
+template <int Code>
+int cvtColorToI420(const Image& s, Image& d) {
+    try {
+        cv::Mat dst(s.height() * 3 / 2, s.width(), CV_8UC1, d.planes()[0]);
+        cv::cvtColor(wrap(s), dst, Code);
+        return dst.data == d.planes()[0] ? 0 : -1;
+    } catch (const cv::Exception&) {
+        return -1;
+    }
+}
+
 template <int Code, int DstChannels>
 int cvtColorInto(const Image& s, Image& d) {
     try {
@@ -69,6 +82,10 @@ std::vector<Case> openCvCases() {
          cvtColorInto<cv::COLOR_YUV2RGB, 4>,
          {"pxkiYUVToRGB_8u_AC4R", "pxkiYUVToRGB_8u_C3C4R"},
          "same matrix, 3-byte input pixels, writes alpha"},
+        {"opencv/cvtColor_RGB2YUV_I420", Layout::C3, Layout::P420, Content::Rgb, cvtColorToI420<cv::COLOR_RGB2YUV_I420>,
+         {"pxkiRGBToYUV420_8u_C3P3R", "pxkiRGBToYUV420_8u_C3P3", "pxkiRGBToYUV420_8u_P3R", "pxkiRGBToYUV420_8u_P3",
+          "pxkiBGRToYUV420_8u_AC4P3R"},
+         "studio-range matrix, planes in one buffer"},
     };
 }
 #else

@@ -282,6 +282,49 @@ PXKCC_API PxkResult pxkiRGBToYCbCr420_8u_C4P2R(const uint8_t* pSrc, int32_t srcS
                                                int32_t dstYStep, uint8_t* pDstCbCr, int32_t dstCbCrStep,
                                                PxkSize roiSize);
 
+/* ------------------------------------------------------------------------ */
+/* RGB / BGR -> full-range YUV 4:2:0 and 4:2:2                               */
+/* ------------------------------------------------------------------------ */
+/* Y = L >> 16 with L = 19595 R + 38470 G + 7471 B, except in the vector columns
+ * (the first width - width % 8 of RGBToYUV420 C3P3R/C3P3, the first width -
+ * width % 16 of every YUV422 member), which take luma at a scale of 2^15. U and
+ * V from the group's sums (2 x 2 in 4:2:0, a pair in 4:2:2) in every column.
+ * Least size 1 x 1. 4:2:0: planes Y w x h and U, V w/2 x h/2; a last odd row or
+ * column is neither read nor written: pxkWarnOddSize (a width or height of 1
+ * converts nothing). 4:2:2: U, V planes (w+1)/2 wide; an odd last pixel takes
+ * its chroma at a scale of 2^15 (planes: Y, U and V; Y0 U Y1 V: its Y and U);
+ * pxkOk. Forms without R derive their steps: source w (planes) or 3 w, Y w,
+ * chroma w/2 (4:2:0) or w/2 + w%2 (4:2:2); the 4:2:2 ones convert a whole image
+ * of at least 256 pixels and an even width as one long row (vector blocks then
+ * run across row ends).
+ * Checks: packed source: pSrc, pDst, its entries, dstStep, size. Planar: the
+ * arrays (pSrc, srcStep, pDst, dstStep), the size, then the entries. */
+PXKCC_API PxkResult pxkiBGRToYUV420_8u_AC4P3R(const uint8_t* pSrc, int32_t srcStep,
+                                              uint8_t* const pDst[3], const int32_t dstStep[3],
+                                              PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYUV420_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep,
+                                             uint8_t* const pDst[3], const int32_t dstStep[3],
+                                             PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYUV420_8u_C3P3(const uint8_t* pSrc, uint8_t* const pDst[3],
+                                            PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYUV420_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                           uint8_t* const pDst[3], const int32_t dstStep[3],
+                                           PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYUV420_8u_P3(const uint8_t* const pSrc[3], uint8_t* const pDst[3],
+                                          PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYUV422_8u_C3C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                             int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYUV422_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep,
+                                             uint8_t* const pDst[3], const int32_t dstStep[3],
+                                             PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYUV422_8u_C3P3(const uint8_t* pSrc, uint8_t* const pDst[3],
+                                            PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYUV422_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                           uint8_t* const pDst[3], const int32_t dstStep[3],
+                                           PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYUV422_8u_P3(const uint8_t* const pSrc[3], uint8_t* const pDst[3],
+                                          PxkSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif

@@ -87,6 +87,49 @@ PXK_INLINE PlaneRows<Layout> planeRows(const Layout& layout, const int32_t* step
     return w;
 }
 
+// A set of planes bound to one row, walked in pairs of rows: each pair gives the layout
+// bound to both rows (top, bottom), and the walk then moves two steps of each plane.
+template <class Layout>
+struct PairedPlaneRows {
+    Layout layout;
+    int32_t steps[Layout::kPlanes];
+
+    RowPair<const Layout> current() const { return RowPair<const Layout>{&layout, &lower}; }
+    void advance() {
+        PXK_UNROLL
+        for (int i = 0; i < Layout::kPlanes; ++i) {
+            layout.plane[i] = byteOffset(layout.plane[i], 2 * static_cast<std::intptr_t>(steps[i]));
+        }
+        bind();
+    }
+    // The layout of the lower row of the pair.
+    void bind() {
+        lower = layout;
+        PXK_UNROLL
+        for (int i = 0; i < Layout::kPlanes; ++i) lower.plane[i] = byteOffset(layout.plane[i], steps[i]);
+    }
+    Layout lower;
+};
+
+// Each plane of `layout` walked in row pairs by its own step.
+template <class Layout>
+PXK_INLINE PairedPlaneRows<Layout> pairedPlaneRows(const Layout& layout, const int32_t* steps) {
+    PairedPlaneRows<Layout> w{layout, {}, layout};
+    PXK_UNROLL
+    for (int i = 0; i < Layout::kPlanes; ++i) w.steps[i] = steps[i];
+    w.bind();
+    return w;
+}
+
+// All planes of `layout` walked in row pairs by one common step.
+template <class Layout>
+PXK_INLINE PairedPlaneRows<Layout> pairedPlaneRows(const Layout& layout, int32_t step) {
+    int32_t steps[Layout::kPlanes];
+    PXK_UNROLL
+    for (int i = 0; i < Layout::kPlanes; ++i) steps[i] = step;
+    return pairedPlaneRows(layout, steps);
+}
+
 // Calls kernel(width, rows.current()...) once for each of `height` rows.
 template <class Kernel, class... Walk>
 PXK_INLINE void driveRows(int32_t width, int32_t height, Kernel&& kernel, Walk... walks) {

@@ -19,6 +19,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include "frame/vec.h"
 
@@ -304,6 +305,22 @@ PXK_INLINE void copyFourthBytes(const uint8_t* src, uint8_t* dst, int32_t width)
         store128(dst + x, packus16(packs32(a0, a1), packs32(a2, a3)));
     }
     for (; x < width; ++x) dst[x] = src[pixelOffset<4>(x) + 3];
+}
+
+// The first and third channels of a block exchanged (B, G, R read as R, G, B).
+template <class V>
+PXK_INLINE void swapFirstAndThird(Block<V>& b) {
+    std::swap(b.half[0].c[0], b.half[0].c[2]);
+    std::swap(b.half[1].c[0], b.half[1].c[2]);
+}
+
+// The pixel at column x of a layout as R, G, B: with Bgr, its first and third bytes
+// exchanged.
+template <bool Bgr, class In>
+PXK_INLINE Pixel3 readRgb(const In& row, int32_t x) {
+    Pixel3 p = row.load1(x);
+    if (Bgr) std::swap(p.c[0], p.c[2]);
+    return p;
 }
 
 // ---------------------------------------------------------------------------------

@@ -8,7 +8,6 @@
 #include "frame/simd_inline.h"
 
 #include <cstdint>
-#include <utility>
 
 #include "frame/drivers.h"
 #include "frame/pixel_block.h"
@@ -25,14 +24,6 @@ struct BlockForms {
     using LumaForm = Luma;
     using ChromaForm = Chroma;
 };
-
-// The source pixel at column x as R, G, B.
-template <bool Bgr, class In>
-PXK_INLINE Pixel3 rgbAt(const In& row, int32_t x) {
-    Pixel3 p = row.load1(x);
-    if (Bgr) std::swap(p.c[0], p.c[2]);
-    return p;
-}
 
 // Cb and Cr in planes of their own.
 struct ChromaPlanes {
@@ -69,8 +60,8 @@ struct ChromaPairs {
 template <class Forms, bool Bgr, class In, class Chroma>
 PXK_INLINE void scalarBlock420(const In& top, const In& bottom, RowPair<uint8_t> y, const Chroma& chroma, int32_t c) {
     const int32_t x = 2 * c;
-    const Pixel3 px[4] = {rgbAt<Bgr>(top, x), rgbAt<Bgr>(top, x + 1), rgbAt<Bgr>(bottom, x),
-                          rgbAt<Bgr>(bottom, x + 1)};
+    const Pixel3 px[4] = {readRgb<Bgr>(top, x), readRgb<Bgr>(top, x + 1), readRgb<Bgr>(bottom, x),
+                          readRgb<Bgr>(bottom, x + 1)};
     ChromaSums sums;
     for (const Pixel3& p : px) sums.add(p);
     y.top[x] = Forms::LumaForm::luma(px[0]);
@@ -90,10 +81,7 @@ PXK_INLINE void vectorBlock420(const In& top, const In& bottom, RowPair<uint8_t>
     PXK_UNROLL
     for (int r = 0; r < 2; ++r) {
         Block<V>& b = rows[r];
-        if (Bgr) {
-            std::swap(b.half[0].c[0], b.half[0].c[2]);
-            std::swap(b.half[1].c[0], b.half[1].c[2]);
-        }
+        if (Bgr) swapFirstAndThird(b);
         vec::storeLanes<V, 16>(lumaRows[r] + x, simd::halvesToPixelBytes(Forms::LumaForm::luma(b.half[0]),
                                                                          Forms::LumaForm::luma(b.half[1])));
         PXK_UNROLL

@@ -4,13 +4,10 @@
 // from the sums of the group's samples.
 #include "pxkcc.h"
 
-#include <utility>
-
 #include "frame/checks.h"
 #include "frame/drivers.h"
 #include "frame/pixel_block.h"
-#include "frame/vec.h"
-#include "yuv/subsampled_forms.h"
+#include "yuv/groups_row.h"
 
 using namespace pxk;
 using namespace pxk::yuv;
@@ -19,160 +16,27 @@ namespace {
 
 constexpr bool kBGR = true, kRGB = false;
 
-// The source pixel at column x as R, G, B.
-template <bool Bgr, class In>
-PXK_INLINE Pixel3 rgbAt(const In& row, int32_t x) {
-    Pixel3 p = row.load1(x);
-    if (Bgr) std::swap(p.c[0], p.c[2]);
-    return p;
-}
-
-// Three planes: Y at full width, Cb and Cr one sample a group.
-struct PlanarSink {
-    uint8_t* y;
-    uint8_t* cb;
-    uint8_t* cr;
-
-    PXK_INLINE void luma(int32_t x, uint8_t v) const { y[x] = v; }
-    PXK_INLINE void chroma(int32_t c, uint8_t vb, uint8_t vr) const {
-        cb[c] = vb;
-        cr[c] = vr;
+// The chroma byte of a last pixel without a pair, in the packed members: its own Cb
+// at a scale of 2^16, with 128 and a rounding term of one eighth (BGR members), or the
+// direct form's Cb (RGB packed source) or Cr (RGB planes).
+struct LoneOwnCb {
+    PXK_INLINE static uint8_t cb(Pixel3 p) {
+        return low8(asr(-9699 * p.c[0] - 19071 * p.c[1] + 28770 * p.c[2] + 8396800, 16));
     }
-    // Sixteen pixels a lane from column x (4:2:2): their Y bytes in pixel order, and
-    // [Cb of the eight pairs | Cr of the eight pairs] in each lane.
-    template <class V>
-    PXK_INLINE void block422(int32_t x, V lumaBytes, V chromaBytes) const {
-        vec::storeLanes<V, 16>(y + x, lumaBytes);
-        vec::storeLowHalves(cb + x / 2, chromaBytes);
-        vec::storeLowHalves(cr + x / 2, vec::upperHalf(chromaBytes));
-    }
+    PXK_INLINE static uint8_t cr(Pixel3) { return 0; }  // no place for it
 };
-
-// Packed 4:2:2, Y0 Cb Y1 Cr (Y0 Cr Y1 Cb with CrFirst): the Y of pixel x at byte 2 x,
-// the pair's chroma at 4 c + 1 and 4 c + 3.
-template <bool CrFirst>
-struct PackedC2Sink {
-    uint8_t* row;
-
-    PXK_INLINE void luma(int32_t x, uint8_t v) const { row[pixelOffset<2>(x)] = v; }
-    PXK_INLINE void chroma(int32_t c, uint8_t vb, uint8_t vr) const {
-        row[pixelOffset<4>(c) + 1] = CrFirst ? vr : vb;
-        row[pixelOffset<4>(c) + 3] = CrFirst ? vb : vr;
-    }
-    // Byte 1 after the Y of a last pixel x that has no pair.
-    PXK_INLINE void loneChroma(int32_t x, uint8_t v) const { row[pixelOffset<2>(x) + 1] = v; }
-    // Sixteen pixels a lane from column x: Y bytes in pixel order interleaved with the
-    // pairs' chroma (32 bytes a lane); chromaBytes holds [Cb of the eight pairs | Cr].
-    template <class V>
-    PXK_INLINE void block422(int32_t x, V lumaBytes, V chromaBytes) const {
-        const V first = CrFirst ? vec::upperHalf(chromaBytes) : chromaBytes;
-        const V second = CrFirst ? chromaBytes : vec::upperHalf(chromaBytes);
-        const V cbcr = vec::unpacklo8(first, second);  // Cb0 Cr0 Cb1 Cr1 ... (or Cr first)
-        uint8_t* p = row + pixelOffset<2>(x);
-        vec::storeLanes<V, 32>(p, vec::unpacklo8(lumaBytes, cbcr));
-        vec::storeLanes<V, 32>(p + 16, vec::unpackhi8(lumaBytes, cbcr));
-    }
+struct LoneDirectCb {
+    PXK_INLINE static uint8_t cb(Pixel3 p) { return DirectForm::apply(p).c[1]; }
+    PXK_INLINE static uint8_t cr(Pixel3) { return 0; }  // no place for it
 };
-
-// What a last pixel that has no group does (4:2:2 members with an odd width). Packed
-// destinations take a chroma value in byte 1, whatever the name's chroma order.
-enum class OddPixel {
-    Unwritten,       // left as it was
-    LumaOnly,        // its Y is written
-    LumaAndLoneCb,   // its Y, and its Cb at a scale of 2^16 with a rounding term of 1/8
-    LumaAndDirectCb, // its Y, and the direct form's Cb
-    LumaAndDirectCr, // its Y, and the direct form's Cr
+struct LoneDirectCr {
+    PXK_INLINE static uint8_t cb(Pixel3 p) { return DirectForm::apply(p).c[2]; }
+    PXK_INLINE static uint8_t cr(Pixel3) { return 0; }  // no place for it
 };
-
-// Luma of every pixel by the direct form.
-struct DirectPairLuma {
-    PXK_INLINE static uint8_t luma(Pixel3 p, int32_t) { return DirectLuma::luma(p); }
-    template <class V>
-    PXK_INLINE static V luma(const Lanes3<V>& half, int) {
-        return DirectLuma::luma(half);
-    }
-};
-
-// The first pixel of a pair by the direct form, the second with the offset 1048576 in
-// place of 1081344: without the rounding half. (Both lie within 16..235, so the low 8
-// bits and a saturation give the same byte.)
-struct AsymmetricPairLuma {
-    PXK_INLINE static uint8_t luma(Pixel3 p, int32_t x) {
-        const int32_t offset = x % 2 == 0 ? 1081344 : 1048576;
-        return low8(asr(16843 * p.c[0] + 33030 * p.c[1] + 6423 * p.c[2] + offset, 16));
-    }
-    template <class V>
-    PXK_INLINE static V luma(const Lanes3<V>& half, int h) {
-        return DirectForm::lumaLess(half, vec::and_(simd::oddColumnLanes32<V>(h), vec::splat32<V>(1081344 - 1048576)));
-    }
-};
-
-// The Cb of one pixel at a scale of 2^16, with 128 and a rounding term of one eighth.
-PXK_INLINE uint8_t singleCb(Pixel3 p) {
-    return low8(asr(-9699 * p.c[0] - 19071 * p.c[1] + 28770 * p.c[2] + 8396800, 16));
-}
-
-// Sixteen pixels a lane of a 4:2:2 row from column x, by the forms' vector twins.
-template <class Luma, class Chroma, bool Bgr, class V, class In, class Sink>
-PXK_INLINE void vectorBlock422(const In& in, const Sink& out, int32_t x) {
-    Block<V> b = in.template load<V>(x);
-    if (Bgr) {
-        std::swap(b.half[0].c[0], b.half[0].c[2]);
-        std::swap(b.half[1].c[0], b.half[1].c[2]);
-    }
-    const V lumaBytes = simd::halvesToPixelBytes(Luma::luma(b.half[0], 0), Luma::luma(b.half[1], 1));
-    V sums[3];
-    PXK_UNROLL
-    for (int k = 0; k < 3; ++k) sums[k] = simd::horizontalPairSums(b.half[0].c[k], b.half[1].c[k]);
-    V cb, cr;
-    Chroma::apply(sums[0], sums[1], sums[2], cb, cr);
-    out.block422(x, lumaBytes, vec::packus16(cb, cr));
-}
-
-// One row: `width / Group` whole groups, then what the odd-pixel rule says. In 4:2:2
-// the whole groups run in vector blocks as far as they fill them (the forms' vector
-// twins give the same bits), the rest one group at a time.
-template <int Group, class Luma, class Chroma, bool Bgr, OddPixel Odd, class In, class Sink>
-PXK_INLINE void convertGroupsRow(const In& in, const Sink& out, int32_t width) {
-    const int32_t groups = width / Group;
-    int32_t first = 0;  // the first group left to the scalar loop
-    if constexpr (Group == 2) {
-        const int32_t pixels = 2 * groups;
-        int32_t x = 0;
-        for (; pixels - x >= kBlockPixels<vec::Widest>; x += kBlockPixels<vec::Widest>) {
-            vectorBlock422<Luma, Chroma, Bgr, vec::Widest>(in, out, x);
-        }
-        if (pixels - x >= kBlockPixels<vec::V128>) {
-            vectorBlock422<Luma, Chroma, Bgr, vec::V128>(in, out, x);
-            x += kBlockPixels<vec::V128>;
-        }
-        first = x / 2;
-    }
-    for (int32_t c = first; c < groups; ++c) {
-        ChromaSums sums;
-        for (int32_t i = 0; i < Group; ++i) {
-            const int32_t x = Group * c + i;
-            const Pixel3 p = rgbAt<Bgr>(in, x);
-            out.luma(x, Luma::luma(p, x));
-            sums.add(p);
-        }
-        out.chroma(c, Chroma::cb(sums), Chroma::cr(sums));
-    }
-    if constexpr (Odd != OddPixel::Unwritten) {
-        if (width % Group != 0) {
-            const int32_t x = groups * Group;
-            const Pixel3 p = rgbAt<Bgr>(in, x);
-            out.luma(x, Luma::luma(p, x));
-            if constexpr (Odd == OddPixel::LumaAndLoneCb) out.loneChroma(x, singleCb(p));
-            if constexpr (Odd == OddPixel::LumaAndDirectCb) out.loneChroma(x, DirectForm::apply(p).c[1]);
-            if constexpr (Odd == OddPixel::LumaAndDirectCr) out.loneChroma(x, DirectForm::apply(p).c[2]);
-        }
-    }
-}
 
 // Into three planes, each with its own step. Checks: the source, the plane array and
 // its entries, the step array, then the size.
-template <int Group, class Chroma, bool Bgr, OddPixel Odd, class In>
+template <int Group, class Chroma, bool Bgr, class Odd, class In>
 PxkResult toPlanes(const uint8_t* src, int32_t srcStep, uint8_t* const dst[3], const int32_t dstStep[3],
                    PxkSize size, int32_t minWidth) {
     PXK_CHECK(checkPtrs(src, dst));
@@ -190,7 +54,7 @@ PxkResult toPlanes(const uint8_t* src, int32_t srcStep, uint8_t* const dst[3], c
 
 // Into packed Y0 Cb Y1 Cr (Y0 Cr Y1 Cb with CrFirst), from the source rows `source`
 // walks. Checks: the pointers, then the size.
-template <class Luma, class Chroma, bool Bgr, bool CrFirst, OddPixel Odd, class In>
+template <class Luma, class Chroma, bool Bgr, bool CrFirst, class Odd, class In>
 void toPackedC2(PlaneRows<In> source, uint8_t* dst, int32_t dstStep, PxkSize size) {
     driveRows(
         size.width, size.height,
@@ -205,7 +69,7 @@ template <class In>
 PxkResult bgrToPackedC2(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, PxkSize size) {
     PXK_CHECK(checkPtrs(src, dst));
     PXK_CHECK(checkSize(size, 2, 1));
-    toPackedC2<DirectPairLuma, EighthRoundedPairForm, kBGR, false, OddPixel::LumaAndLoneCb>(
+    toPackedC2<DirectPairLuma, EighthRoundedPairForm, kBGR, false, OddLumaAndChroma<LoneOwnCb>>(
         planeRows(In{{src}}, srcStep), dst, dstStep, size);
     return pxkOk;
 }
@@ -215,7 +79,7 @@ template <bool CrFirst>
 PxkResult rgbC3ToPackedC2(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, PxkSize size) {
     PXK_CHECK(checkPtrs(src, dst));
     PXK_CHECK(checkSize(size, 1, 1));
-    toPackedC2<AsymmetricPairLuma, HalfRoundedPairForm, kRGB, CrFirst, OddPixel::LumaAndDirectCb>(
+    toPackedC2<AsymmetricPairLuma, HalfRoundedPairForm, kRGB, CrFirst, OddLumaAndChroma<LoneDirectCb>>(
         planeRows(PackedC3In{{src}}, srcStep), dst, dstStep, size);
     return pxkOk;
 }
@@ -228,7 +92,7 @@ PxkResult rgbP3ToPackedC2(const uint8_t* const src[3], int32_t srcStep, uint8_t*
     PXK_CHECK(checkPtrs(src, dst));
     PXK_CHECK(checkPlanes(src, 3));
     PXK_CHECK(checkSize(size, 1, 1));
-    toPackedC2<AsymmetricPairLuma, HalfRoundedPairForm, kRGB, CrFirst, OddPixel::LumaAndDirectCr>(
+    toPackedC2<AsymmetricPairLuma, HalfRoundedPairForm, kRGB, CrFirst, OddLumaAndChroma<LoneDirectCr>>(
         planeRows(PlanarP3In{{src[0], src[1], src[2]}}, srcStep), dst, dstStep, size);
     return pxkOk;
 }
@@ -243,14 +107,14 @@ extern "C" {
 // whole group are neither read nor written, and reported.
 PxkResult pxkiBGRToYCbCr411_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
                                      const int32_t dstStep[3], PxkSize roiSize) {
-    PXK_CHECK((toPlanes<4, DirectSumForm, kBGR, OddPixel::Unwritten, PackedC3In>(pSrc, srcStep, pDst, dstStep,
+    PXK_CHECK((toPlanes<4, DirectSumForm, kBGR, OddLeftUnwritten, PackedC3In>(pSrc, srcStep, pDst, dstStep,
                                                                                   roiSize, 4)));
     return oddSizeStatus(roiSize, 4, 1);
 }
 
 PxkResult pxkiBGRToYCbCr411_8u_AC4P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
                                       const int32_t dstStep[3], PxkSize roiSize) {
-    PXK_CHECK((toPlanes<4, DirectSumForm, kBGR, OddPixel::Unwritten, PackedC4In>(pSrc, srcStep, pDst, dstStep,
+    PXK_CHECK((toPlanes<4, DirectSumForm, kBGR, OddLeftUnwritten, PackedC4In>(pSrc, srcStep, pDst, dstStep,
                                                                                   roiSize, 4)));
     return oddSizeStatus(roiSize, 4, 1);
 }
@@ -258,13 +122,13 @@ PxkResult pxkiBGRToYCbCr411_8u_AC4P3R(const uint8_t* pSrc, int32_t srcStep, uint
 // 4:2:2 from BGR, the eighth-rounded pair form; an odd last pixel writes its Y only.
 PxkResult pxkiBGRToYCbCr422_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
                                      const int32_t dstStep[3], PxkSize roiSize) {
-    return toPlanes<2, EighthRoundedPairForm, kBGR, OddPixel::LumaOnly, PackedC3In>(pSrc, srcStep, pDst, dstStep,
+    return toPlanes<2, EighthRoundedPairForm, kBGR, OddLumaOnly, PackedC3In>(pSrc, srcStep, pDst, dstStep,
                                                                                    roiSize, 2);
 }
 
 PxkResult pxkiBGRToYCbCr422_8u_AC4P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
                                       const int32_t dstStep[3], PxkSize roiSize) {
-    return toPlanes<2, EighthRoundedPairForm, kBGR, OddPixel::LumaOnly, PackedC4In>(pSrc, srcStep, pDst, dstStep,
+    return toPlanes<2, EighthRoundedPairForm, kBGR, OddLumaOnly, PackedC4In>(pSrc, srcStep, pDst, dstStep,
                                                                                    roiSize, 2);
 }
 
@@ -307,7 +171,7 @@ PxkResult pxkiRGBToYCrCb422_8u_P3C2R(const uint8_t* const pSrc[3], int32_t srcSt
 // 4:2:2 from RGB into planes; an odd last pixel is left unwritten.
 PxkResult pxkiRGBToYCbCr422_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
                                      const int32_t dstStep[3], PxkSize roiSize) {
-    return toPlanes<2, EighthRoundedPairForm, kRGB, OddPixel::Unwritten, PackedC3In>(pSrc, srcStep, pDst, dstStep,
+    return toPlanes<2, EighthRoundedPairForm, kRGB, OddLeftUnwritten, PackedC3In>(pSrc, srcStep, pDst, dstStep,
                                                                                     roiSize, 2);
 }
 

@@ -164,6 +164,100 @@ struct FloatForm {
     }
 };
 
+// ---------------------------------------------------------------------------------
+// Full-range YUV with subsampled chroma
+// ---------------------------------------------------------------------------------
+
+// The luma L = 19595 R + 38470 G + 7471 B at a scale of 2^16, in 32-bit lanes from the
+// block's 16-bit lanes: two madd16 products on (R, G) and (G, B), 38470 split as 19235
+// twice. The same linear form serves a group's sums (the sum of the L of its pixels).
+template <class V>
+PXK_INLINE void yuvLumaSums(V r, V g, V b, V out[2]) {
+    const V rg[2] = {unpacklo16(r, g), unpackhi16(r, g)};
+    const V gb[2] = {unpacklo16(g, b), unpackhi16(g, b)};
+    PXK_UNROLL
+    for (int h = 0; h < 2; ++h) out[h] = add32(madd16(rg[h], pairs<V>(19595, 19235)), madd16(gb[h], pairs<V>(19235, 7471)));
+}
+
+// Y = L >> 16, the floor of the luma (the coefficients sum to 2^16, so it is a byte).
+struct YuvLuma {
+    PXK_INLINE static uint8_t luma(Pixel3 p) { return low8(asr(19595 * p.c[0] + 38470 * p.c[1] + 7471 * p.c[2], 16)); }
+    template <class V>
+    PXK_INLINE static V luma(const Lanes3<V>& p) {
+        V l[2];
+        yuvLumaSums(p.c[0], p.c[1], p.c[2], l);
+        return packs32(srai32<16>(l[0]), srai32<16>(l[1]));
+    }
+};
+
+// The luma of the YUV vector blocks, at a scale of 2^15: R and G summed and shifted by
+// 14, B shifted by 14 alone, the two added and halved.
+struct YuvVectorLuma {
+    PXK_INLINE static uint8_t luma(Pixel3 p) {
+        return low8(asr(asr(9798 * p.c[0] + 19235 * p.c[1], 14) + asr(3736 * p.c[2], 14), 1));
+    }
+    // (3736 B) >> 14 is the high product of B * 4 by 3736.
+    template <class V>
+    PXK_INLINE static V luma(const Lanes3<V>& p) {
+        const V rg[2] = {unpacklo16(p.c[0], p.c[1]), unpackhi16(p.c[0], p.c[1])};
+        const V sumRG = packs32(srai32<14>(madd16(rg[0], pairs<V>(9798, 19235))),
+                                srai32<14>(madd16(rg[1], pairs<V>(9798, 19235))));
+        return srli16<1>(add16(sumRG, mulhi16(slli16<2>(p.c[2]), splat16<V>(3736))));
+    }
+};
+
+// The YUV scalar chroma of a group from its sums: sL = 19595 sR + 38470 sG + 7471 sB,
+// D = (sB * 65536 - sL + Round) >> 16 and E likewise from sR, U = low8(((D * 32244) >>
+// Shift) + 128), V = clamp8(((E * 57475) >> Shift) + 128). 4:2:0 (four samples): Round
+// 131071, Shift 18; 4:2:2 (two): Round 65535, Shift 17.
+template <int32_t Round, int Shift>
+struct YuvSumChroma {
+    PXK_INLINE static int32_t luma(const ChromaSums& s) { return 19595 * s.r + 38470 * s.g + 7471 * s.b; }
+    PXK_INLINE static uint8_t cb(const ChromaSums& s) {
+        const int32_t d = asr(s.b * 65536 - luma(s) + Round, 16);
+        return low8(asr(d * 32244, Shift) + 128);
+    }
+    PXK_INLINE static uint8_t cr(const ChromaSums& s) {
+        const int32_t e = asr(s.r * 65536 - luma(s) + Round, 16);
+        return clamp8(asr(e * 57475, Shift) + 128);
+    }
+
+    // The vector twins. Since sB * 65536 is a whole number of steps, D = sB - c and
+    // E = sR - c with c = (sL - Round + 65535) >> 16 (a ceiling). D * 32244 >> 16 is one
+    // high product and E * 57475 >> 16 is E + (E * -8061 >> 16); the shift by the rest
+    // of Shift follows (a floor of a floor). U stays within 3..253, so the store's
+    // saturation keeps its low 8 bits; V saturates as it should.
+    template <class V>
+    PXK_INLINE static void apply(V sr, V sg, V sb, V& u, V& v) {
+        V l[2];
+        yuvLumaSums(sr, sg, sb, l);
+        const V c = packs32(srai32<16>(add32(l[0], splat32<V>(65535 - Round))),
+                            srai32<16>(add32(l[1], splat32<V>(65535 - Round))));
+        const V d = sub16(sb, c), e = sub16(sr, c);
+        u = add16(srai16<Shift - 16>(mulhi16(d, splat16<V>(32244))), splat16<V>(128));
+        v = add16(srai16<Shift - 16>(add16(e, mulhi16(e, splat16<V>(-8061)))), splat16<V>(128));
+    }
+};
+
+using Yuv420Chroma = YuvSumChroma<131071, 18>;
+using Yuv422Chroma = YuvSumChroma<65535, 17>;
+
+// The chroma of a last pixel that has no pair (4:2:2, odd width), at a scale of 2^15:
+// L2 = 9798 R + 19235 G + 3736 B (the luma of the vector blocks' scale), d and e the
+// colour differences with 16383 added, U and V with 16121 and 28737 (cb() gives U and
+// cr() gives V, in the places of Cb and Cr).
+struct YuvLoneChroma {
+    PXK_INLINE static int32_t luma2(Pixel3 p) { return 9798 * p.c[0] + 19235 * p.c[1] + 3736 * p.c[2]; }
+    PXK_INLINE static uint8_t cb(Pixel3 p) {
+        const int32_t d = asr(p.c[2] * 32768 - luma2(p) + 16383, 15);
+        return low8(asr(d * 16121, 15) + 128);
+    }
+    PXK_INLINE static uint8_t cr(Pixel3 p) {
+        const int32_t e = asr(p.c[0] * 32768 - luma2(p) + 16383, 15);
+        return clamp8(asr(e * 28737, 15) + 128);
+    }
+};
+
 // Luma by the direct form of the full-resolution conversion.
 struct DirectLuma {
     PXK_INLINE static uint8_t luma(Pixel3 p) { return DirectForm::apply(p).c[0]; }
