@@ -139,6 +139,14 @@ PXK_INLINE V horizontalPairSums(V half0, V half1) {
     }
 }
 
+// Sums of adjacent pairs of 16-bit lanes: the four sums of each 128-bit lane's eight
+// lanes in its lanes 0 to 3, repeated in 4 to 7 (the inputs' sums fit 16 bits).
+template <class V>
+PXK_INLINE V adjacentSums(V v) {
+    const V sums = madd16(v, splat16<V>(1));
+    return packs32(sums, sums);
+}
+
 // Bytes in pixel order from the block's two halves, saturated to 8 bits.
 template <class V>
 PXK_INLINE V halvesToPixelBytes(V half0, V half1) {

@@ -29,6 +29,7 @@
 #endif
 
 #include <cstdint>
+#include <cstring>
 
 #include "frame/simd_inline.h"
 
@@ -141,6 +142,11 @@ PXK_INLINE void storeLanes<V128, 32>(uint8_t* p, V128 v) { store128(p, v); }
 
 // The low 8 bytes of each 128-bit lane, stored one after the other.
 PXK_INLINE void storeLowHalves(uint8_t* p, V128 v) { _mm_storel_epi64(reinterpret_cast<__m128i*>(p), v); }
+// The low 4 bytes of each 128-bit lane, stored one after the other.
+PXK_INLINE void storeLowQuarters(uint8_t* p, V128 v) {
+    const int32_t word = _mm_cvtsi128_si32(v);
+    std::memcpy(p, &word, sizeof word);
+}
 
 // Four vectors whose lane L holds the 16-byte chunks 4 L to 4 L + 3 (one a vector)
 // of a run of 64 bytes a lane, stored in order. The 128-bit form is four stores.
@@ -340,6 +346,10 @@ template <>
 PXK_INLINE void storeLanes<V256, 32>(uint8_t* p, V256 v) { storeTwoChunks<32>(p, v); }
 PXK_INLINE void storeLowHalves(uint8_t* p, V256 v) {
     store128(p, _mm256_castsi256_si128(_mm256_permute4x64_epi64(v, _MM_SHUFFLE(3, 1, 2, 0))));
+}
+PXK_INLINE void storeLowQuarters(uint8_t* p, V256 v) {
+    // Dword 0 of each lane side by side, then their 8 bytes.
+    storeLowHalves(p, _mm256_castsi256_si128(_mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7))));
 }
 // The 256-bit form joins the lanes of two vectors into whole 32-byte stores.
 PXK_INLINE void storeLanes4x64(uint8_t* p, const V256 v[4]) {

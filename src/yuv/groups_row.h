@@ -1,9 +1,9 @@
 // Rows of RGB or BGR with horizontally subsampled chroma: groups of two (4:2:2) or four
 // (4:1:1) pixels of a row give a Y each and one chroma pair from the group's sums.
 // Where the results go (planes, or packed Y0 Cb Y1 Cr), which luma and chroma forms
-// run, and what a last pixel without a pair does are chosen by the caller. In 4:2:2
-// the whole groups run in vector blocks as far as they fill them (the forms' vector
-// twins), the rest one group at a time.
+// run, and what a last pixel without a pair does are chosen by the caller. The whole
+// groups run in vector blocks as far as they fill them (the forms' vector twins), the
+// rest one group at a time.
 #pragma once
 
 #include "frame/simd_inline.h"
@@ -33,6 +33,14 @@ struct PlanarSink {
     PXK_INLINE void loneChroma(int32_t x, uint8_t vb, uint8_t vr) const {
         cb[x / 2] = vb;
         cr[x / 2] = vr;
+    }
+    // Sixteen pixels a lane from column x (4:1:1): their Y bytes in pixel order, and
+    // [Cb of the four groups (twice) | Cr of the four groups (twice)] in each lane.
+    template <class V>
+    PXK_INLINE void block411(int32_t x, V lumaBytes, V chromaBytes) const {
+        vec::storeLanes<V, 16>(y + x, lumaBytes);
+        vec::storeLowQuarters(cb + x / 4, chromaBytes);
+        vec::storeLowQuarters(cr + x / 4, vec::upperHalf(chromaBytes));
     }
     // Sixteen pixels a lane from column x (4:2:2): their Y bytes in pixel order, and
     // [Cb of the eight pairs | Cr of the eight pairs] in each lane.
@@ -94,38 +102,46 @@ struct AsymmetricPairLuma {
     }
 };
 
-// Sixteen pixels a lane of a 4:2:2 row from column x, by the forms' vector twins.
-template <class Luma, class Chroma, bool Bgr, class V, class In, class Sink>
-PXK_INLINE void vectorBlock422(const In& in, const Sink& out, int32_t x) {
+// Sixteen pixels a lane of a row from column x, by the forms' vector twins: eight
+// pairs (4:2:2) or four groups of four (4:1:1) a lane.
+template <int Group, class Luma, class Chroma, bool Bgr, class V, class In, class Sink>
+PXK_INLINE void vectorGroups(const In& in, const Sink& out, int32_t x) {
     Block<V> b = in.template load<V>(x);
     if (Bgr) swapFirstAndThird(b);
     const V lumaBytes = simd::halvesToPixelBytes(Luma::luma(b.half[0], 0), Luma::luma(b.half[1], 1));
     V sums[3];
     PXK_UNROLL
-    for (int k = 0; k < 3; ++k) sums[k] = simd::horizontalPairSums(b.half[0].c[k], b.half[1].c[k]);
+    for (int k = 0; k < 3; ++k) {
+        sums[k] = simd::horizontalPairSums(b.half[0].c[k], b.half[1].c[k]);
+        if constexpr (Group == 4) sums[k] = simd::adjacentSums(sums[k]);
+    }
     V cb, cr;
     Chroma::apply(sums[0], sums[1], sums[2], cb, cr);
-    out.block422(x, lumaBytes, vec::packus16(cb, cr));
+    if constexpr (Group == 2) {
+        out.block422(x, lumaBytes, vec::packus16(cb, cr));
+    } else {
+        out.block411(x, lumaBytes, vec::packus16(cb, cr));
+    }
 }
 
-// One row: `width / Group` whole groups, then what the odd-pixel rule says. In 4:2:2
-// the whole groups run in vector blocks as far as they fill them (the forms' vector
-// twins give the same bits), the rest one group at a time.
+// One row: `width / Group` whole groups, then what the odd-pixel rule says. The whole
+// groups run in vector blocks as far as they fill them (the forms' vector twins give
+// the same bits), the rest one group at a time.
 template <int Group, class Luma, class Chroma, bool Bgr, class Odd, class In, class Sink>
 PXK_INLINE void convertGroupsRow(const In& in, const Sink& out, int32_t width) {
     const int32_t groups = width / Group;
     int32_t first = 0;  // the first group left to the scalar loop
-    if constexpr (Group == 2) {
-        const int32_t pixels = 2 * groups;
+    {
+        const int32_t pixels = Group * groups;
         int32_t x = 0;
         for (; pixels - x >= kBlockPixels<vec::Widest>; x += kBlockPixels<vec::Widest>) {
-            vectorBlock422<Luma, Chroma, Bgr, vec::Widest>(in, out, x);
+            vectorGroups<Group, Luma, Chroma, Bgr, vec::Widest>(in, out, x);
         }
         if (pixels - x >= kBlockPixels<vec::V128>) {
-            vectorBlock422<Luma, Chroma, Bgr, vec::V128>(in, out, x);
+            vectorGroups<Group, Luma, Chroma, Bgr, vec::V128>(in, out, x);
             x += kBlockPixels<vec::V128>;
         }
-        first = x / 2;
+        first = x / Group;
     }
     for (int32_t c = first; c < groups; ++c) {
         ChromaSums sums;

@@ -58,7 +58,7 @@ struct SubsampledExport {
     // Other shapes; the defaults describe the members above.
     SourceLayout source = SourceLayout::Packed;  // Planar sources have srcBytes 1
     bool ownSourceSteps = false;                 // a planar source with a step per plane
-    SurfaceCall call;                            // when set, used in place of p3 and c2
+    SurfaceCall call = nullptr;                  // when set, used in place of p3 and c2
     PxkSize least = {0, 0};                      // least size, where not the sampling's
     bool oddChromaColumn = false;  // 4:2:2 chroma planes of (width + 1) / 2 columns
     bool derivedSteps = false;     // takes no steps: every side is laid out tight
@@ -642,8 +642,8 @@ struct StatusFixture {
     Surface src;
     Surface dst;
     explicit StatusFixture(const SubsampledExport& ex)
-        : src(Surface::packed(validSize(ex.sampling).width, validSize(ex.sampling).height, ex.srcBytes,
-                              tightSourceStep(ex, validSize(ex.sampling).width))),
+        : src(makeFullSource(ex, validSize(ex.sampling).width, validSize(ex.sampling).height,
+                             tightSourceStep(ex, validSize(ex.sampling).width))),
           dst(makeDest(ex, validSize(ex.sampling).width, validSize(ex.sampling).height)) {
         Rng rng(271);
         src.fillRandom(rng);
@@ -670,7 +670,7 @@ inline void planarStatusChecks(const SubsampledExport& ex) {
     const int32_t steps[3] = {f.dst.image(0).step(), f.dst.image(1).step(), f.dst.image(2).step()};
     const int32_t oddSteps[3] = {0, -3, -1};
 
-    std::vector<PxkSize> sizes = badSizes(ex.sampling);
+    std::vector<PxkSize> sizes = badSizes(ex);
     sizes.insert(sizes.begin(), valid);
     for (const PxkSize& z : sizes) {
         SCOPED_TRACE("size " + sizeText(z));
@@ -692,7 +692,7 @@ inline void planarStatusChecks(const SubsampledExport& ex) {
         EXPECT_EQ(ex.p3(nullptr, -1, noPlanes, nullptr, z), pxkErrNullPtr);
         EXPECT_TRUE(f.nothingWritten());
     }
-    for (const PxkSize& z : badSizes(ex.sampling)) {
+    for (const PxkSize& z : badSizes(ex)) {
         SCOPED_TRACE("size " + sizeText(z));
         EXPECT_EQ(ex.p3(s, ss, planes, steps, z), pxkErrSize);
         // Steps are not tested: odd, zero or negative ones change nothing.
@@ -716,7 +716,7 @@ inline void packedStatusChecks(const SubsampledExport& ex) {
     const uint8_t* s = f.src.data();
     uint8_t* d = f.dst.data();
     const int ss = f.src.step(), ds = f.dst.step();
-    std::vector<PxkSize> sizes = badSizes(ex.sampling);
+    std::vector<PxkSize> sizes = badSizes(ex);
     sizes.insert(sizes.begin(), valid);
     for (const PxkSize& z : sizes) {
         SCOPED_TRACE("size " + sizeText(z));
@@ -725,7 +725,7 @@ inline void packedStatusChecks(const SubsampledExport& ex) {
         EXPECT_EQ(ex.c2(nullptr, ss, nullptr, ds, z), pxkErrNullPtr);
         EXPECT_TRUE(f.nothingWritten());
     }
-    for (const PxkSize& z : badSizes(ex.sampling)) {
+    for (const PxkSize& z : badSizes(ex)) {
         SCOPED_TRACE("size " + sizeText(z));
         EXPECT_EQ(ex.c2(s, ss, d, ds, z), pxkErrSize);
         EXPECT_EQ(ex.c2(s, 0, d, -7, z), pxkErrSize);
@@ -738,7 +738,7 @@ inline void packedStatusChecks(const SubsampledExport& ex) {
 
 // The least size converts; each step below it in width or height is refused.
 inline void leastSizeChecks(const SubsampledExport& ex) {
-    const PxkSize m = minimumSize(ex.sampling);
+    const PxkSize m = minimumSize(ex);
     Rng rng(pxktest::seedFor((ex.name + "/least").c_str(), {}));
     Surface src = makeSource(ex, m.width, m.height, tightSourceStep(ex, m.width));
     Surface dst = makeDest(ex, m.width, m.height);
@@ -747,7 +747,7 @@ inline void leastSizeChecks(const SubsampledExport& ex) {
     const std::vector<PxkSize> below = {{m.width - 1, m.height}, {m.width, m.height - 1}};
     for (const PxkSize& z : below) {
         if (z.height == 0 && m.height == 1) continue;  // covered as a zero height
-        EXPECT_EQ(callExport(ex, src.data(), src.step(), dst, z), pxkErrSize) << sizeText(z);
+        EXPECT_EQ(callExport(ex, src, dst, z), pxkErrSize) << sizeText(z);
         EXPECT_TRUE(dst.unchanged()) << sizeText(z);
     }
     EXPECT_TRUE(compareOnce(ex, src, dst, m.width, m.height));
