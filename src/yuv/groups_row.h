@@ -153,19 +153,24 @@ PXK_INLINE void convertGroupsRow(const In& in, const Sink& out, int32_t width) {
         }
         out.chroma(c, Chroma::cb(sums), Chroma::cr(sums));
     }
-    if (width % Group != 0) {
-        const int32_t x = groups * Group;
-        Odd::template write<Luma>(out, readRgb<Bgr>(in, x), x);
+    if constexpr (Odd::kWrites) {
+        if (width % Group != 0) {
+            const int32_t x = groups * Group;
+            Odd::template write<Luma>(out, readRgb<Bgr>(in, x), x);
+        }
     }
 }
 
-// What a last pixel without a pair does (4:2:2 with an odd width).
+// What a last pixel without a pair does (4:2:2 with an odd width). One that is left
+// unwritten is not read either.
 struct OddLeftUnwritten {
+    static constexpr bool kWrites = false;
     template <class Luma, class Sink>
     PXK_INLINE static void write(const Sink&, Pixel3, int32_t) {}
 };
 // Its Y is written.
 struct OddLumaOnly {
+    static constexpr bool kWrites = true;
     template <class Luma, class Sink>
     PXK_INLINE static void write(const Sink& out, Pixel3 p, int32_t x) {
         out.luma(x, Luma::luma(p, x));
@@ -174,6 +179,7 @@ struct OddLumaOnly {
 // Its Y, and the chroma that Lone gives it (Lone::cb, Lone::cr).
 template <class Lone>
 struct OddLumaAndChroma {
+    static constexpr bool kWrites = true;
     template <class Luma, class Sink>
     PXK_INLINE static void write(const Sink& out, Pixel3 p, int32_t x) {
         out.luma(x, Luma::luma(p, x));

@@ -223,6 +223,31 @@ TEST_P(RgbTo420Each, ThreeByThreeConvertsTopLeftTwoByTwo) {
     EXPECT_EQ(d.image(1).height(), 1);
 }
 
+// The odd last column and row are never read: each source ends with the last pixel
+// of the last whole block in its highest row (the last row of the region for a
+// positive step, the first for a negative one), and an inaccessible page follows.
+TEST_P(RgbTo420Each, OddLastRowAndColumnAreNotRead) {
+    const SubsampledExport& ex = *GetParam();
+    for (int w : {2, 3, 5, 17, 33}) {
+        for (int h : {2, 3, 5}) {
+            for (int sign : {1, -1}) {
+                SCOPED_TRACE(std::to_string(w) + "x" + std::to_string(h) + (sign < 0 ? " upward" : ""));
+                Rng rng(pxktest::seedFor("unread420", {uint32_t(w), uint32_t(h), uint32_t(sign + 1)}));
+                pxktest::GuardOptions fenced;
+                fenced.after = 0;
+                fenced.fenceAfter = true;
+                Surface src = subtest::makeSource(ex, w, h, sign * w * ex.srcBytes, fenced);
+                ASSERT_EQ(src.width(), w - w % 2);
+                ASSERT_EQ(src.height(), h - h % 2);
+                Surface dst = subtest::makeDest(ex, w, h);
+                src.fillRandom(rng);
+                dst.fillRandom(rng);
+                EXPECT_TRUE(subtest::compareOnce(ex, src, dst, w, h));
+            }
+        }
+    }
+}
+
 TEST_P(RgbTo420Each, OddSizesWarn) {
     const SubsampledExport& ex = *GetParam();
     const std::vector<std::pair<PxkSize, PxkResult>> cases = {

@@ -275,6 +275,34 @@ TEST(BGRToYCbCr411_8u_AC4P3R, WidthFiveConvertsFourColumnsAndWarns) {
     expectWidthFiveConvertsFourColumns(exportNamed("BGRToYCbCr411_8u_AC4P3R"));
 }
 
+// The columns past the last whole group are never read: each source ends with the
+// last pixel of the last whole group of its highest row, and an inaccessible page
+// follows.
+void expectPartialGroupNeverRead(const SubsampledExport& ex) {
+    for (int w : {5, 6, 7, 9, 11, 13, 15}) {
+        for (int h : {1, 2, 3}) {
+            SCOPED_TRACE(std::to_string(w) + "x" + std::to_string(h));
+            Rng rng(pxktest::seedFor("unread411", {uint32_t(w), uint32_t(h)}));
+            pxktest::GuardOptions fenced;
+            fenced.after = 0;
+            fenced.fenceAfter = true;
+            Surface src = subtest::makeSource(ex, w, h, w * ex.srcBytes, fenced);
+            ASSERT_EQ(src.width(), w - w % 4);
+            Surface dst = subtest::makeDest(ex, w, h);
+            src.fillRandom(rng);
+            dst.fillRandom(rng);
+            EXPECT_TRUE(subtest::compareOnce(ex, src, dst, w, h));
+        }
+    }
+}
+
+TEST(BGRToYCbCr411_8u_C3P3R, ColumnsPastTheLastWholeGroupAreNotRead) {
+    expectPartialGroupNeverRead(exportNamed("BGRToYCbCr411_8u_C3P3R"));
+}
+TEST(BGRToYCbCr411_8u_AC4P3R, ColumnsPastTheLastWholeGroupAreNotRead) {
+    expectPartialGroupNeverRead(exportNamed("BGRToYCbCr411_8u_AC4P3R"));
+}
+
 // Widths 4 to 12 of white, three rows: the columns past the last whole group stay as
 // they were in every row.
 TEST(BGRToYCbCr411_8u_C3P3R, ColumnsPastTheLastWholeGroupUntouched) {
