@@ -77,18 +77,19 @@ template <class Forms, bool Bgr, class V, class In, class Chroma>
 PXK_INLINE void vectorBlock420(const In& top, const In& bottom, RowPair<uint8_t> y, const Chroma& chroma, int32_t x) {
     Block<V> rows[2] = {top.template load<V>(x), bottom.template load<V>(x)};
     uint8_t* const lumaRows[2] = {y.top, y.bottom};
-    V sums[3];
     PXK_UNROLL
     for (int r = 0; r < 2; ++r) {
         Block<V>& b = rows[r];
         if (Bgr) swapFirstAndThird(b);
         vec::storeLanes<V, 16>(lumaRows[r] + x, simd::halvesToPixelBytes(Forms::LumaForm::luma(b.half[0]),
                                                                          Forms::LumaForm::luma(b.half[1])));
-        PXK_UNROLL
-        for (int k = 0; k < 3; ++k) {
-            const V pairs = simd::horizontalPairSums(b.half[0].c[k], b.half[1].c[k]);
-            sums[k] = r == 0 ? pairs : vec::add16(sums[k], pairs);
-        }
+    }
+    // The two rows added first, then the horizontal pairs: one pairing per channel.
+    V sums[3];
+    PXK_UNROLL
+    for (int k = 0; k < 3; ++k) {
+        sums[k] = simd::horizontalPairSums(vec::add16(rows[0].half[0].c[k], rows[1].half[0].c[k]),
+                                           vec::add16(rows[0].half[1].c[k], rows[1].half[1].c[k]));
     }
     V vcb, vcr;
     Forms::ChromaForm::apply(sums[0], sums[1], sums[2], vcb, vcr);

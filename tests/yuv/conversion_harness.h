@@ -433,6 +433,105 @@ inline Surface runOnRows(const ExportUnderTest& ex, const std::vector<std::array
     return dst;
 }
 
+// ---------------------------------------------------------------------------------
+// Alpha of four-byte members
+// ---------------------------------------------------------------------------------
+
+// A member that keeps byte 3 of its destination: a random 19 x 3 image over a
+// destination whose byte 3 holds a pattern; the pattern stays and the guards hold.
+// With `expectWritten`, the call must also have written something.
+inline void expectDestinationAlphaKept(const ExportUnderTest& ex, bool expectWritten) {
+    const int w = 19, h = 3;
+    Surface src = Surface::packed(w, h, 4, w * 4);
+    Surface dst = Surface::packed(w, h, 4, w * 4 + 4);
+    Rng rng(7);
+    src.fillRandom(rng);
+    dst.fillRandom(rng);
+    for (int y = 0; y < h; ++y) {
+        for (int x = 0; x < w; ++x) dst.at(x, y, 3) = uint8_t(x * 7 + y * 13 + 1);
+    }
+    dst.snapshot();
+    ASSERT_EQ(ex.call(src, dst, PxkSize{w, h}, 0), pxkOk);
+    for (int y = 0; y < h; ++y) {
+        for (int x = 0; x < w; ++x) EXPECT_EQ(dst.at(x, y, 3), uint8_t(x * 7 + y * 13 + 1)) << x << "," << y;
+    }
+    EXPECT_TRUE(dst.guardsIntact());
+    if (expectWritten) {
+        EXPECT_FALSE(dst.unchanged());  // the call did write
+    }
+}
+
+// Byte 3 of a four-byte source takes no part: the same image with byte 3 of every
+// pixel flipped gives the same destination. `channelsCompared` 0 compares all of it;
+// 3 compares channels 0-2 only (a fourth plane that takes the source's byte 3).
+inline void expectSourceAlphaIgnored(const ExportUnderTest& ex, int channelsCompared = 0) {
+    const int w = 21, h = 2;
+    Rng rng(99);
+    Surface srcA = makeSurface(ex.src, w, h, w * 4);
+    srcA.fillRandom(rng);
+    Surface srcB = srcA.clone();
+    for (int y = 0; y < h; ++y) {
+        for (int x = 0; x < w; ++x) srcB.at(x, y, 3) = uint8_t(~srcA.at(x, y, 3));
+    }
+    Surface dstA = makeSurface(ex.dst, w, h, int(rowBytesOf(ex.dst, w)));
+    dstA.fillRandom(rng);
+    Surface dstB = dstA.clone();
+    ASSERT_EQ(ex.call(srcA, dstA, PxkSize{w, h}, 0), pxkOk);
+    ASSERT_EQ(ex.call(srcB, dstB, PxkSize{w, h}, 0), pxkOk);
+    if (channelsCompared == 0) {
+        EXPECT_TRUE(pxktest::sameContents(dstA, dstB));
+    } else {
+        for (int c = 0; c < channelsCompared; ++c) {
+            for (int y = 0; y < h; ++y) {
+                for (int x = 0; x < w; ++x) {
+                    EXPECT_EQ(dstA.at(x, y, c), dstB.at(x, y, c)) << "channel " << c << " at " << x << "," << y;
+                }
+            }
+        }
+    }
+    EXPECT_FALSE(dstA.unchanged());  // the call did write
+}
+
+// ---------------------------------------------------------------------------------
+// Steps
+// ---------------------------------------------------------------------------------
+
+// A packed three-byte member on two rows of width 2 with negative steps (-8 and -10):
+// row 0 black, row 1 white, row 1 lying below row 0 in memory. Row 0 must hold
+// `black` and row 1 `white` in every pixel; with `sourceChecked`, the source must
+// also stay as it was.
+inline void expectRowsRunDownward(const ExportUnderTest& ex, std::array<int, 3> black, std::array<int, 3> white,
+                                  bool sourceChecked) {
+    const int w = 2, h = 2;
+    Surface src = Surface::packed(w, h, 3, -8);
+    Surface dst = Surface::packed(w, h, 3, -10);
+    Rng rng(5);
+    src.fillRandom(rng);
+    dst.fillRandom(rng);
+    uint8_t* s0 = src.data();
+    uint8_t* s1 = s0 - 8;
+    for (int i = 0; i < 6; ++i) {
+        s0[i] = 0;
+        s1[i] = 255;
+    }
+    src.snapshot();
+    ASSERT_EQ(src.step(), -8);
+    ASSERT_EQ(dst.step(), -10);
+    ASSERT_EQ(ex.call(src, dst, PxkSize{w, h}, 0), pxkOk);
+    const uint8_t* d0 = dst.data();
+    const uint8_t* d1 = d0 - 10;
+    for (int x = 0; x < w; ++x) {
+        for (int c = 0; c < 3; ++c) {
+            EXPECT_EQ(d0[3 * x + c], black[std::size_t(c)]) << "row 0, pixel " << x << ", channel " << c;
+            EXPECT_EQ(d1[3 * x + c], white[std::size_t(c)]) << "row 1, pixel " << x << ", channel " << c;
+        }
+    }
+    EXPECT_TRUE(dst.guardsIntact());
+    if (sourceChecked) {
+        EXPECT_TRUE(src.unchanged());
+    }
+}
+
 inline void PrintTo(const SweepParam& p, std::ostream* os) {
     *os << p.ex->name << " " << pxktest::stepPlanName(p.plan);
 }

@@ -12,6 +12,7 @@
 #include "pxkcc.h"
 #include "reference_subsampled.h"
 #include "subsampled_harness.h"
+#include "subsampled_known_values.h"
 
 namespace {
 
@@ -83,12 +84,7 @@ int crAt(const Surface& d, int c, int r) { return d.image(1).at(c, r, 1); }
 // Reference comparison
 // ---------------------------------------------------------------------------------
 
-class RgbTo420P2Sweep : public ::testing::TestWithParam<subtest::SweepParam> {};
-
-TEST_P(RgbTo420P2Sweep, MatchesReference) { subtest::sweepAgainstReference(*GetParam().ex, GetParam().plan); }
-
-INSTANTIATE_TEST_SUITE_P(AllExports, RgbTo420P2Sweep, ::testing::ValuesIn(subtest::sweepParams(exports())),
-                         subtest::sweepParamName);
+SUBTEST_SWEEP_SUITE(RgbTo420P2, exports);
 
 class RgbTo420P2Each : public ::testing::TestWithParam<const SubsampledExport*> {};
 
@@ -146,20 +142,7 @@ TEST_P(RgbTo420P2Each, StatusOrderPointersThenSize) {
 // Least size 1 x 1; an odd width or height is reported, whole blocks are not.
 TEST_P(RgbTo420P2Each, OddSizesWarn) {
     const SubsampledExport& ex = *GetParam();
-    const std::vector<std::pair<PxkSize, PxkResult>> cases = {
-        {{1, 1}, pxkWarnOddSize}, {{1, 2}, pxkWarnOddSize}, {{2, 1}, pxkWarnOddSize}, {{1, 9}, pxkWarnOddSize},
-        {{9, 1}, pxkWarnOddSize}, {{2, 2}, pxkOk},          {{3, 2}, pxkWarnOddSize}, {{2, 3}, pxkWarnOddSize},
-        {{3, 3}, pxkWarnOddSize}, {{4, 4}, pxkOk},          {{17, 4}, pxkWarnOddSize}, {{16, 5}, pxkWarnOddSize},
-        {{64, 2}, pxkOk},
-    };
-    for (const auto& [z, want] : cases) {
-        Rng rng(pxktest::seedFor("oddP2", {uint32_t(z.width), uint32_t(z.height)}));
-        Surface src = subtest::makeFullSource(ex, z.width, z.height, z.width * ex.srcBytes);
-        Surface dst = subtest::makeDest(ex, z.width, z.height);
-        src.fillRandom(rng);
-        dst.fillRandom(rng);
-        EXPECT_EQ(subtest::callExport(ex, src, dst, z), want) << subtest::sizeText(z);
-    }
+    subtest::expectOddSizeStatuses(ex, subtest::oddSizeCases420FromOne(), "oddP2");
 }
 
 // ---------------------------------------------------------------------------------
@@ -197,11 +180,7 @@ TEST_P(RgbTo420P2Each, WidthOrHeightOfOneWritesNothing) {
     }
 }
 
-struct Known {
-    const char* name;
-    Rgb rgb;
-    int y, cb, cr;
-};
+using Known = subtest::KnownYcc;
 
 // Uniform 2 x 2 blocks: the float form gives green Cb 54.
 const std::vector<Known>& primaries() {
@@ -232,8 +211,7 @@ TEST_P(RgbTo420P2Each, PrimaryBlocks) {
 // direct sum form gives 113).
 TEST_P(RgbTo420P2Each, MixedBlock) {
     const SubsampledExport& ex = *GetParam();
-    const std::vector<std::vector<Rgb>> block = {{{10, 20, 30}, {200, 100, 50}}, {{0, 255, 128}, {77, 33, 250}}};
-    const Surface d = subtest::convertPixels(ex, block, pxkOk);
+    const Surface d = subtest::convertPixels(ex, subtest::mixedBlock(), pxkOk);
     EXPECT_EQ(d.at(0, 0, 0), 32);
     EXPECT_EQ(d.at(1, 0, 0), 123);
     EXPECT_EQ(d.at(0, 1, 0), 157);
@@ -270,10 +248,7 @@ TEST_P(RgbTo420P2Each, SinglePrecisionInWrittenOrder) {
 // were, and reports the odd size.
 TEST_P(RgbTo420P2Each, ThreeByThreeConvertsTopLeftTwoByTwo) {
     const SubsampledExport& ex = *GetParam();
-    const std::vector<std::vector<Rgb>> rows = {{{255, 255, 255}, {0, 0, 0}, {12, 34, 56}},
-                                                {{255, 0, 0}, {0, 0, 255}, {99, 99, 99}},
-                                                {{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}};
-    const Surface d = subtest::convertPixels(ex, rows, pxkWarnOddSize, 0xEE);
+    const Surface d = subtest::convertPixels(ex, subtest::threeByThree(), pxkWarnOddSize, 0xEE);
     EXPECT_EQ(d.at(0, 0, 0), 235);
     EXPECT_EQ(d.at(1, 0, 0), 16);
     EXPECT_EQ(d.at(0, 1, 0), 82);
@@ -310,22 +285,7 @@ TEST_P(RgbTo420P2Each, ByteOrderOfTheSource) {
 // The fourth byte of a four-byte source takes no part.
 class RgbTo420P2FourBytes : public ::testing::TestWithParam<const SubsampledExport*> {};
 TEST_P(RgbTo420P2FourBytes, FourthSourceByteIgnored) {
-    const SubsampledExport& ex = *GetParam();
-    const int w = 21, h = 5;
-    Rng rng(99);
-    Surface srcA = Surface::packed(w, h, 4, w * 4);
-    srcA.fillRandom(rng);
-    Surface srcB = srcA.clone();
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) srcB.at(x, y, 3) = uint8_t(~srcA.at(x, y, 3));
-    }
-    Surface dstA = subtest::makeDest(ex, w, h);
-    dstA.fillRandom(rng);
-    Surface dstB = dstA.clone();
-    ASSERT_EQ(subtest::callExport(ex, srcA, dstA, PxkSize{w, h}), pxkWarnOddSize);
-    ASSERT_EQ(subtest::callExport(ex, srcB, dstB, PxkSize{w, h}), pxkWarnOddSize);
-    EXPECT_TRUE(pxktest::sameContents(dstA, dstB));
-    EXPECT_FALSE(dstA.unchanged());
+    subtest::expectFourthSourceByteIgnored(*GetParam(), 21, 5, pxkWarnOddSize);
 }
 INSTANTIATE_TEST_SUITE_P(FourByteSources, RgbTo420P2FourBytes,
                          ::testing::Values(&exportNamed("BGRToYCbCr420_8u_AC4P2R"),

@@ -12,6 +12,7 @@
 #include "pxkcc.h"
 #include "reference_subsampled.h"
 #include "subsampled_harness.h"
+#include "subsampled_known_values.h"
 
 namespace {
 
@@ -75,12 +76,7 @@ uint8_t crAt(const SubsampledExport& ex, const Surface& d, int c, int r) { retur
 // Reference comparison over all widths, heights and step layouts
 // ---------------------------------------------------------------------------------
 
-class RgbTo420Sweep : public ::testing::TestWithParam<subtest::SweepParam> {};
-
-TEST_P(RgbTo420Sweep, MatchesReference) { subtest::sweepAgainstReference(*GetParam().ex, GetParam().plan); }
-
-INSTANTIATE_TEST_SUITE_P(AllExports, RgbTo420Sweep, ::testing::ValuesIn(subtest::sweepParams(exports420())),
-                         subtest::sweepParamName);
+SUBTEST_SWEEP_SUITE(RgbTo420, exports420);
 
 class RgbTo420Each : public ::testing::TestWithParam<const SubsampledExport*> {};
 
@@ -123,23 +119,10 @@ TEST(BGRToYCbCr420_8u_C3P3R, EveryPixel) { subtest::everyPixelAgainstReference(e
 // Known values
 // ---------------------------------------------------------------------------------
 
-struct Known {
-    const char* name;
-    Rgb rgb;
-    int y, cb, cr;
-};
+using Known = subtest::KnownYcc;
 
-// Uniform 2 x 2 blocks in the direct forms. The chroma of a uniform block is
-// (c . rgb + 8396800) >> 16: its rounding term is an eighth, so green gives Cb 53
-// where the full-resolution direct form gives 54.
-const std::vector<Known>& primariesDirect() {
-    static const std::vector<Known> k = {
-        {"black", {0, 0, 0}, 16, 128, 128},   {"white", {255, 255, 255}, 235, 128, 128},
-        {"red", {255, 0, 0}, 82, 90, 240},    {"green", {0, 255, 0}, 145, 53, 34},
-        {"blue", {0, 0, 255}, 41, 240, 110},
-    };
-    return k;
-}
+// Uniform 2 x 2 blocks in the direct forms.
+const std::vector<Known>& primariesDirect() { return subtest::studioPrimaries(); }
 
 // The same blocks in the block form of RGBToYCbCr420_8u_C3P3R: red and green lose one
 // in Y, green gains one in Cb.
@@ -180,11 +163,7 @@ TEST_P(RgbTo420Direct, PrimaryBlocks) {
     }
 }
 
-// One block of four different pixels, sums R 287, G 408, B 458.
-const std::vector<std::vector<Rgb>>& mixedBlock() {
-    static const std::vector<std::vector<Rgb>> b = {{{10, 20, 30}, {200, 100, 50}}, {{0, 255, 128}, {77, 33, 250}}};
-    return b;
-}
+using subtest::mixedBlock;
 
 TEST_P(RgbTo420Direct, MixedBlock) {
     const SubsampledExport& ex = *GetParam();
@@ -204,10 +183,7 @@ INSTANTIATE_TEST_SUITE_P(DirectMembers, RgbTo420Direct, ::testing::ValuesIn(dire
 // Y as they were, and reports the odd size.
 TEST_P(RgbTo420Each, ThreeByThreeConvertsTopLeftTwoByTwo) {
     const SubsampledExport& ex = *GetParam();
-    const std::vector<std::vector<Rgb>> rows = {{{255, 255, 255}, {0, 0, 0}, {12, 34, 56}},
-                                                {{255, 0, 0}, {0, 0, 255}, {99, 99, 99}},
-                                                {{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}};
-    const Surface d = subtest::convertPixels(ex, rows, pxkWarnOddSize, 0xEE);
+    const Surface d = subtest::convertPixels(ex, subtest::threeByThree(), pxkWarnOddSize, 0xEE);
     EXPECT_EQ(d.at(0, 0, 0), 235);
     EXPECT_EQ(d.at(1, 0, 0), 16);
     EXPECT_EQ(d.at(0, 1, 0), 82);
@@ -250,18 +226,16 @@ TEST_P(RgbTo420Each, OddLastRowAndColumnAreNotRead) {
 
 TEST_P(RgbTo420Each, OddSizesWarn) {
     const SubsampledExport& ex = *GetParam();
-    const std::vector<std::pair<PxkSize, PxkResult>> cases = {
-        {{2, 2}, pxkOk},          {{3, 2}, pxkWarnOddSize}, {{2, 3}, pxkWarnOddSize}, {{3, 3}, pxkWarnOddSize},
-        {{4, 4}, pxkOk},          {{17, 4}, pxkWarnOddSize}, {{16, 5}, pxkWarnOddSize}, {{64, 2}, pxkOk},
-    };
-    for (const auto& [z, want] : cases) {
-        Rng rng(pxktest::seedFor("odd420", {uint32_t(z.width), uint32_t(z.height)}));
-        Surface src = Surface::packed(z.width, z.height, ex.srcBytes, z.width * ex.srcBytes);
-        Surface dst = subtest::makeDest(ex, z.width, z.height);
-        src.fillRandom(rng);
-        dst.fillRandom(rng);
-        EXPECT_EQ(subtest::callExport(ex, src.data(), src.step(), dst, z), want) << subtest::sizeText(z);
-    }
+    subtest::expectOddSizeStatuses(ex,
+                                   {{{2, 2}, pxkOk},
+                                    {{3, 2}, pxkWarnOddSize},
+                                    {{2, 3}, pxkWarnOddSize},
+                                    {{3, 3}, pxkWarnOddSize},
+                                    {{4, 4}, pxkOk},
+                                    {{17, 4}, pxkWarnOddSize},
+                                    {{16, 5}, pxkWarnOddSize},
+                                    {{64, 2}, pxkOk}},
+                                   "odd420");
 }
 
 TEST(BGRToYCrCb420_8u_C3P3R, CrInPlaneOneCbInPlaneTwo) {
@@ -312,22 +286,7 @@ std::vector<const SubsampledExport*> fourByteSourceExports() {
 
 // The fourth byte of an AC4 source takes no part.
 TEST_P(RgbTo420FourBytes, FourthSourceByteIgnored) {
-    const SubsampledExport& ex = *GetParam();
-    const int w = 21, h = 5;
-    Rng rng(99);
-    Surface srcA = Surface::packed(w, h, 4, w * 4);
-    srcA.fillRandom(rng);
-    Surface srcB = srcA.clone();
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) srcB.at(x, y, 3) = uint8_t(~srcA.at(x, y, 3));
-    }
-    Surface dstA = subtest::makeDest(ex, w, h);
-    dstA.fillRandom(rng);
-    Surface dstB = dstA.clone();
-    ASSERT_EQ(subtest::callExport(ex, srcA.data(), srcA.step(), dstA, PxkSize{w, h}), pxkWarnOddSize);
-    ASSERT_EQ(subtest::callExport(ex, srcB.data(), srcB.step(), dstB, PxkSize{w, h}), pxkWarnOddSize);
-    EXPECT_TRUE(pxktest::sameContents(dstA, dstB));
-    EXPECT_FALSE(dstA.unchanged());
+    subtest::expectFourthSourceByteIgnored(*GetParam(), 21, 5, pxkWarnOddSize);
 }
 
 INSTANTIATE_TEST_SUITE_P(FourByteSources, RgbTo420FourBytes, ::testing::ValuesIn(fourByteSourceExports()),
@@ -412,11 +371,7 @@ TEST(RGBToYCbCr420_8u_C3P3R, PrimaryBlocksInBlockAndDirectColumns) {
 
 TEST(RGBToYCbCr420_8u_C3P3R, MixedBlockInBlockColumns) {
     // Four copies of the block side by side: width 8, p = 4 = n, all in the block form.
-    const std::vector<std::vector<Rgb>>& b = mixedBlock();
-    std::vector<std::vector<Rgb>> rows(2);
-    for (int i = 0; i < 4; ++i) {
-        for (int y = 0; y < 2; ++y) rows[std::size_t(y)].insert(rows[std::size_t(y)].end(), b[std::size_t(y)].begin(), b[std::size_t(y)].end());
-    }
+    const std::vector<std::vector<Rgb>> rows = subtest::mixedBlockFourTimes();
     const Surface d = subtest::convertPixels(blockFormExport(), rows, pxkOk);
     for (int c = 0; c < 4; ++c) {
         EXPECT_EQ(d.at(2 * c, 0, 0), 31) << c;

@@ -11,6 +11,7 @@
 #include "pxkcc.h"
 #include "reference_subsampled.h"
 #include "subsampled_harness.h"
+#include "subsampled_known_values.h"
 
 namespace {
 
@@ -91,12 +92,7 @@ std::vector<const SubsampledExport*> fourByteSourceExports() {
 // Reference comparison over all widths, heights and step layouts
 // ---------------------------------------------------------------------------------
 
-class RgbToSubsampledSweep : public ::testing::TestWithParam<subtest::SweepParam> {};
-
-TEST_P(RgbToSubsampledSweep, MatchesReference) { subtest::sweepAgainstReference(*GetParam().ex, GetParam().plan); }
-
-INSTANTIATE_TEST_SUITE_P(AllExports, RgbToSubsampledSweep, ::testing::ValuesIn(subtest::sweepParams(exports())),
-                         subtest::sweepParamName);
+SUBTEST_SWEEP_SUITE(RgbToSubsampled, exports);
 
 class RgbToSubsampledEach : public ::testing::TestWithParam<const SubsampledExport*> {};
 
@@ -161,22 +157,11 @@ TEST_P(RgbToSubsampledEach, StatusOfEachWidth) {
 // Known values
 // ---------------------------------------------------------------------------------
 
-struct Known {
-    const char* name;
-    Rgb rgb;
-    int y, cb, cr;
-};
+using Known = subtest::KnownYcc;
 
 // Uniform groups: chroma is (c . rgb + 8396800) >> 16, with a rounding term of an
 // eighth, so green has Cb 53 where the full-resolution direct form gives 54.
-const std::vector<Known>& primaries() {
-    static const std::vector<Known> k = {
-        {"black", {0, 0, 0}, 16, 128, 128},   {"white", {255, 255, 255}, 235, 128, 128},
-        {"red", {255, 0, 0}, 82, 90, 240},    {"green", {0, 255, 0}, 145, 53, 34},
-        {"blue", {0, 0, 255}, 41, 240, 110},
-    };
-    return k;
-}
+const std::vector<Known>& primaries() { return subtest::studioPrimaries(); }
 
 // Y of pixel x of row y, and Cb, Cr of chroma group c of row y, from either layout.
 // (A packed destination is an image of two-byte pixels: Y, then Cb or Cr.)
@@ -228,22 +213,7 @@ class RgbToSubsampledFourBytes : public ::testing::TestWithParam<const Subsample
 // The fourth byte of an AC4 source takes no part.
 TEST_P(RgbToSubsampledFourBytes, FourthSourceByteIgnored) {
     const SubsampledExport& ex = *GetParam();
-    const int w = 23, h = 3;
-    Rng rng(99);
-    Surface srcA = Surface::packed(w, h, 4, w * 4);
-    srcA.fillRandom(rng);
-    Surface srcB = srcA.clone();
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) srcB.at(x, y, 3) = uint8_t(~srcA.at(x, y, 3));
-    }
-    Surface dstA = subtest::makeDest(ex, w, h);
-    dstA.fillRandom(rng);
-    Surface dstB = dstA.clone();
-    const PxkResult want = subtest::expectedStatus(ex.sampling, w, h);
-    ASSERT_EQ(subtest::callExport(ex, srcA.data(), srcA.step(), dstA, PxkSize{w, h}), want);
-    ASSERT_EQ(subtest::callExport(ex, srcB.data(), srcB.step(), dstB, PxkSize{w, h}), want);
-    EXPECT_TRUE(pxktest::sameContents(dstA, dstB));
-    EXPECT_FALSE(dstA.unchanged());
+    subtest::expectFourthSourceByteIgnored(ex, 23, 3, subtest::expectedStatus(ex.sampling, 23, 3));
 }
 
 INSTANTIATE_TEST_SUITE_P(FourByteSources, RgbToSubsampledFourBytes, ::testing::ValuesIn(fourByteSourceExports()),

@@ -99,12 +99,7 @@ std::vector<int> rowBytes(const Surface& d, int y, int n) {
 // Reference comparison
 // ---------------------------------------------------------------------------------
 
-class RgbTo422PackedSweep : public ::testing::TestWithParam<subtest::SweepParam> {};
-
-TEST_P(RgbTo422PackedSweep, MatchesReference) { subtest::sweepAgainstReference(*GetParam().ex, GetParam().plan); }
-
-INSTANTIATE_TEST_SUITE_P(AllExports, RgbTo422PackedSweep, ::testing::ValuesIn(subtest::sweepParams(exports())),
-                         subtest::sweepParamName);
+SUBTEST_SWEEP_SUITE(RgbTo422Packed, exports);
 
 class RgbTo422PackedEach : public ::testing::TestWithParam<const SubsampledExport*> {};
 

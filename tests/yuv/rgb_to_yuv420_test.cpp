@@ -14,6 +14,7 @@
 #include "pxkcc.h"
 #include "reference_subsampled_yuv.h"
 #include "subsampled_harness.h"
+#include "subsampled_known_values.h"
 #include "subsampled_rounding_edges.h"
 #include "subsampled_yuv_calls.h"
 
@@ -97,12 +98,7 @@ bool hasVectorLuma(const SubsampledExport& ex) { return ex.name.find("_C3P3") !=
 // Reference comparison
 // ---------------------------------------------------------------------------------
 
-class RgbToYuv420Sweep : public ::testing::TestWithParam<subtest::SweepParam> {};
-
-TEST_P(RgbToYuv420Sweep, MatchesReference) { subtest::sweepAgainstReference(*GetParam().ex, GetParam().plan); }
-
-INSTANTIATE_TEST_SUITE_P(AllExports, RgbToYuv420Sweep, ::testing::ValuesIn(subtest::sweepParams(exports())),
-                         subtest::sweepParamName);
+SUBTEST_SWEEP_SUITE(RgbToYuv420, exports);
 
 class RgbToYuv420Each : public ::testing::TestWithParam<const SubsampledExport*> {};
 
@@ -180,20 +176,7 @@ TEST(RGBToYUV420_8u_P3, StatusOrderPointersThenSizeThenEntries) {
 
 TEST_P(RgbToYuv420Each, OddSizesWarn) {
     const SubsampledExport& ex = *GetParam();
-    const std::vector<std::pair<PxkSize, PxkResult>> cases = {
-        {{1, 1}, pxkWarnOddSize}, {{1, 2}, pxkWarnOddSize}, {{2, 1}, pxkWarnOddSize}, {{1, 9}, pxkWarnOddSize},
-        {{9, 1}, pxkWarnOddSize}, {{2, 2}, pxkOk},          {{3, 2}, pxkWarnOddSize}, {{2, 3}, pxkWarnOddSize},
-        {{3, 3}, pxkWarnOddSize}, {{4, 4}, pxkOk},          {{17, 4}, pxkWarnOddSize}, {{16, 5}, pxkWarnOddSize},
-        {{64, 2}, pxkOk},
-    };
-    for (const auto& [z, want] : cases) {
-        Rng rng(pxktest::seedFor("oddYuv420", {uint32_t(z.width), uint32_t(z.height)}));
-        Surface src = subtest::makeFullSource(ex, z.width, z.height, subtest::tightSourceStep(ex, z.width));
-        Surface dst = subtest::makeDest(ex, z.width, z.height);
-        src.fillRandom(rng);
-        dst.fillRandom(rng);
-        EXPECT_EQ(subtest::callExport(ex, src, dst, z), want) << subtest::sizeText(z);
-    }
+    subtest::expectOddSizeStatuses(ex, subtest::oddSizeCases420FromOne(), "oddYuv420");
 }
 
 // ---------------------------------------------------------------------------------
@@ -217,28 +200,11 @@ TEST_P(RgbToYuv420Each, WidthOrHeightOfOneWritesNothing) {
     }
 }
 
-struct Known {
-    const char* name;
-    Rgb rgb;
-    int y, u, v;
-};
+using Known = subtest::KnownYuv;
+using subtest::vectorLumaOf;
 
-// Uniform 2 x 2 blocks with the tail luma L >> 16. Red's V is 285 before the clamp.
-const std::vector<Known>& primaries() {
-    static const std::vector<Known> k = {
-        {"black", {0, 0, 0}, 0, 128, 128},       {"white", {255, 255, 255}, 255, 128, 128},
-        {"red", {255, 0, 0}, 76, 90, 255},       {"green", {0, 255, 0}, 149, 54, 0},
-        {"blue", {0, 0, 255}, 29, 239, 102},     {"gray", {128, 128, 128}, 128, 128, 128},
-    };
-    return k;
-}
-
-// The vector luma differs on white (254) and gray 128 (127); chroma is the same.
-int vectorLumaOf(const Known& k) {
-    if (k.rgb.r == 255 && k.rgb.g == 255 && k.rgb.b == 255) return 254;
-    if (k.rgb.r == 128 && k.rgb.g == 128 && k.rgb.b == 128) return 127;
-    return k.y;
-}
+// Uniform 2 x 2 blocks with the tail luma L >> 16.
+const std::vector<Known>& primaries() { return subtest::fullRangePrimaries(); }
 
 // Width 6 has no vector columns in any member.
 TEST_P(RgbToYuv420Each, PrimaryBlocksInTailColumns) {
@@ -308,8 +274,7 @@ TEST_P(RgbToYuv420Each, VectorLumaEndsAtWholeBlocksOf8) {
 // first by the vector luma), U 138, V 108.
 TEST_P(RgbToYuv420Each, MixedBlock) {
     const SubsampledExport& ex = *GetParam();
-    const std::vector<std::vector<Rgb>> block = {{{10, 20, 30}, {200, 100, 50}}, {{0, 255, 128}, {77, 33, 250}}};
-    const Surface d = subtest::convertPixels(ex, block, pxkOk);
+    const Surface d = subtest::convertPixels(ex, subtest::mixedBlock(), pxkOk);
     EXPECT_EQ(lumaAt(d, 0, 0), 18);
     EXPECT_EQ(lumaAt(d, 1, 0), 124);
     EXPECT_EQ(lumaAt(d, 0, 1), 164);
@@ -320,11 +285,7 @@ TEST_P(RgbToYuv420Each, MixedBlock) {
 
 TEST(RGBToYUV420_8u_C3P3R, MixedBlockInVectorColumns) {
     // Four copies of the block side by side: width 8, all in the vector columns.
-    const std::vector<std::vector<Rgb>> b = {{{10, 20, 30}, {200, 100, 50}}, {{0, 255, 128}, {77, 33, 250}}};
-    std::vector<std::vector<Rgb>> rows(2);
-    for (int i = 0; i < 4; ++i) {
-        for (std::size_t y = 0; y < 2; ++y) rows[y].insert(rows[y].end(), b[y].begin(), b[y].end());
-    }
+    const std::vector<std::vector<Rgb>> rows = subtest::mixedBlockFourTimes();
     for (const char* name : {"RGBToYUV420_8u_C3P3R", "RGBToYUV420_8u_C3P3"}) {
         SCOPED_TRACE(name);
         const SubsampledExport& ex = exportNamed(name);
@@ -344,10 +305,7 @@ TEST(RGBToYUV420_8u_C3P3R, MixedBlockInVectorColumns) {
 // V 161), leaves the third row and column as they were, and reports the odd size.
 TEST_P(RgbToYuv420Each, ThreeByThreeConvertsTopLeftTwoByTwo) {
     const SubsampledExport& ex = *GetParam();
-    const std::vector<std::vector<Rgb>> rows = {{{255, 255, 255}, {0, 0, 0}, {12, 34, 56}},
-                                                {{255, 0, 0}, {0, 0, 255}, {99, 99, 99}},
-                                                {{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}};
-    const Surface d = subtest::convertPixels(ex, rows, pxkWarnOddSize, 0xEE);
+    const Surface d = subtest::convertPixels(ex, subtest::threeByThree(), pxkWarnOddSize, 0xEE);
     EXPECT_EQ(lumaAt(d, 0, 0), 255);
     EXPECT_EQ(lumaAt(d, 1, 0), 0);
     EXPECT_EQ(lumaAt(d, 0, 1), 76);
@@ -388,22 +346,7 @@ TEST_P(RgbToYuv420Each, SourceOrder) {
 
 // The fourth byte of BGRToYUV420_8u_AC4P3R takes no part.
 TEST(BGRToYUV420_8u_AC4P3R, FourthSourceByteIgnored) {
-    const SubsampledExport& ex = exportNamed("BGRToYUV420_8u_AC4P3R");
-    const int w = 21, h = 5;
-    Rng rng(99);
-    Surface srcA = Surface::packed(w, h, 4, w * 4);
-    srcA.fillRandom(rng);
-    Surface srcB = srcA.clone();
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) srcB.at(x, y, 3) = uint8_t(~srcA.at(x, y, 3));
-    }
-    Surface dstA = subtest::makeDest(ex, w, h);
-    dstA.fillRandom(rng);
-    Surface dstB = dstA.clone();
-    ASSERT_EQ(subtest::callExport(ex, srcA, dstA, PxkSize{w, h}), pxkWarnOddSize);
-    ASSERT_EQ(subtest::callExport(ex, srcB, dstB, PxkSize{w, h}), pxkWarnOddSize);
-    EXPECT_TRUE(pxktest::sameContents(dstA, dstB));
-    EXPECT_FALSE(dstA.unchanged());
+    subtest::expectFourthSourceByteIgnored(exportNamed("BGRToYUV420_8u_AC4P3R"), 21, 5, pxkWarnOddSize);
 }
 
 // Each source plane of RGBToYUV420_8u_P3R follows its own step: R with a zero step

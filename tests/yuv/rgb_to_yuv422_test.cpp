@@ -12,6 +12,7 @@
 #include "pxkcc.h"
 #include "reference_subsampled_yuv.h"
 #include "subsampled_harness.h"
+#include "subsampled_known_values.h"
 #include "subsampled_rounding_edges.h"
 #include "subsampled_yuv_calls.h"
 
@@ -84,12 +85,7 @@ std::vector<const SubsampledExport*> allExports() { return subtest::exportPointe
 // Reference comparison
 // ---------------------------------------------------------------------------------
 
-class RgbToYuv422Sweep : public ::testing::TestWithParam<subtest::SweepParam> {};
-
-TEST_P(RgbToYuv422Sweep, MatchesReference) { subtest::sweepAgainstReference(*GetParam().ex, GetParam().plan); }
-
-INSTANTIATE_TEST_SUITE_P(AllExports, RgbToYuv422Sweep, ::testing::ValuesIn(subtest::sweepParams(exports())),
-                         subtest::sweepParamName);
+SUBTEST_SWEEP_SUITE(RgbToYuv422, exports);
 
 class RgbToYuv422Each : public ::testing::TestWithParam<const SubsampledExport*> {};
 
@@ -228,28 +224,11 @@ TEST_P(RgbToYuv422Each, StatusOfEachWidth) {
 // Known values
 // ---------------------------------------------------------------------------------
 
-struct Known {
-    const char* name;
-    Rgb rgb;
-    int y, u, v;
-};
+using Known = subtest::KnownYuv;
+using subtest::vectorLumaOf;
 
 // Uniform pairs with the tail luma. The odd pixel's chroma agrees on these.
-const std::vector<Known>& primaries() {
-    static const std::vector<Known> k = {
-        {"black", {0, 0, 0}, 0, 128, 128},       {"white", {255, 255, 255}, 255, 128, 128},
-        {"red", {255, 0, 0}, 76, 90, 255},       {"green", {0, 255, 0}, 149, 54, 0},
-        {"blue", {0, 0, 255}, 29, 239, 102},     {"gray", {128, 128, 128}, 128, 128, 128},
-    };
-    return k;
-}
-
-// The vector luma differs on white (254) and gray 128 (127).
-int vectorLumaOf(const Known& k) {
-    if (k.rgb.r == 255 && k.rgb.g == 255 && k.rgb.b == 255) return 254;
-    if (k.rgb.r == 128 && k.rgb.g == 128 && k.rgb.b == 128) return 127;
-    return k.y;
-}
+const std::vector<Known>& primaries() { return subtest::fullRangePrimaries(); }
 
 // Width 21, one row (21 pixels, no whole-image path): the vector luma in columns
 // 0-15, the tail in 16-19, and the odd last pixel; chroma the same in every column.

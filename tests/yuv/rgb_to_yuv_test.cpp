@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "column_rule_members.h"
 #include "conversion_harness.h"
 #include "pxkcc.h"
 #include "reference_yuv.h"
@@ -28,14 +29,8 @@ using yuvtest::kValid;
 using yuvtest::Layout;
 using yuvtest::StatusFixture;
 
-// An export with the column rule of its row kernel: vector columns below
-// width - width % block (block 0: none), `blockForm` there and `tailForm` after.
-struct ForwardMember {
-    ExportUnderTest ex;
-    int block;
-    ForwardForm blockForm;
-    ForwardForm tailForm;
-};
+using ForwardMember = yuvtest::ColumnRuleMember<ForwardForm>;
+using yuvtest::Pixel;
 
 const std::vector<ForwardMember>& members() {
     static const std::vector<ForwardMember> list = {
@@ -94,74 +89,33 @@ const std::vector<ForwardMember>& members() {
 }
 
 const std::vector<ExportUnderTest>& exports() {
-    static const std::vector<ExportUnderTest> list = [] {
-        std::vector<ExportUnderTest> v;
-        for (const ForwardMember& m : members()) v.push_back(m.ex);
-        return v;
-    }();
+    static const std::vector<ExportUnderTest> list = yuvtest::exportsOf(members());
     return list;
 }
 
-const ForwardMember& memberNamed(const std::string& name) {
-    for (const ForwardMember& m : members()) {
-        if (m.ex.name == name) return m;
-    }
-    throw std::invalid_argument(name);
-}
+const ForwardMember& memberNamed(const std::string& name) { return yuvtest::memberNamed(members(), name); }
 
 std::vector<const ExportUnderTest*> exportPointers() { return yuvtest::exportPointers(exports()); }
 
 std::vector<const ExportUnderTest*> blockExportPointers() {
-    std::vector<const ExportUnderTest*> v;
-    for (const ExportUnderTest* ex : exportPointers()) {
-        if (memberNamed(ex->name).block != 0) v.push_back(ex);
-    }
-    return v;
+    return yuvtest::blockExportPointers(members(), exports());
 }
 
 // ---------------------------------------------------------------------------------
-// Reference comparison over all widths, heights and step layouts
+// Reference comparison over all widths, heights and step layouts; every one of the
+// 2^24 inputs through each export, at a width that puts every pixel in the vector
+// columns (256, a multiple of 16) and, for the members with vector columns, at one
+// that puts every pixel in the tail (7). A lighter run (16 of the 256 slices) adds
+// width 15, all tail for the members with blocks of 16.
 // ---------------------------------------------------------------------------------
 
-class RgbToYuvSweep : public ::testing::TestWithParam<yuvtest::SweepParam> {};
-
-TEST_P(RgbToYuvSweep, MatchesReference) { yuvtest::sweepAgainstReference(*GetParam().ex, GetParam().plan); }
-
-INSTANTIATE_TEST_SUITE_P(AllExports, RgbToYuvSweep, ::testing::ValuesIn(yuvtest::sweepParams(exports())),
-                         yuvtest::sweepParamName);
-
-// Every one of the 2^24 inputs through each export, at a width that puts every pixel
-// in the vector columns (256, a multiple of 16) and, for the members with vector
-// columns, at one that puts every pixel in the tail (7). A lighter run (16 of the 256
-// slices) adds width 15, all tail for the members with blocks of 16.
-class RgbToYuvDense : public ::testing::TestWithParam<const ExportUnderTest*> {};
-
-TEST_P(RgbToYuvDense, EveryInputInVectorColumnsMatchesReference) {
-    yuvtest::everyInputAgainstReference(*GetParam(), 256);
-}
-TEST_P(RgbToYuvDense, AnyAlignmentMatchesReference) { yuvtest::alignmentsAgainstReference(*GetParam()); }
-
-INSTANTIATE_TEST_SUITE_P(AllExports, RgbToYuvDense, ::testing::ValuesIn(exportPointers()), yuvtest::exportParamName);
-
-class RgbToYuvDenseTail : public ::testing::TestWithParam<const ExportUnderTest*> {};
-
-TEST_P(RgbToYuvDenseTail, EveryInputInTailColumnsMatchesReference) {
-    yuvtest::everyInputAgainstReference(*GetParam(), 7);
-}
-TEST_P(RgbToYuvDenseTail, FifteenTailColumnsMatchReference) { yuvtest::denseAgainstReference(*GetParam(), 15); }
-
-INSTANTIATE_TEST_SUITE_P(BlockMembers, RgbToYuvDenseTail, ::testing::ValuesIn(blockExportPointers()),
-                         yuvtest::exportParamName);
+YUVTEST_COLUMN_RULE_REFERENCE_SUITES(RgbToYuv, exports, blockExportPointers);
 
 // ---------------------------------------------------------------------------------
 // Running an export on given pixels
 // ---------------------------------------------------------------------------------
 
-using Pixel = std::array<int, 3>;
-
-std::string show(const Yuv& v) {
-    return "(" + std::to_string(v.y) + ", " + std::to_string(v.u) + ", " + std::to_string(v.v) + ")";
-}
+std::string show(const Yuv& v) { return yuvtest::show(v); }
 
 // Converts rows of the given pixels (all rows alike) with the export alone, checks the
 // status and the guards, and returns the output of row `height - 1` as Y, U, V.
@@ -180,10 +134,7 @@ std::vector<Yuv> convertRow(const ExportUnderTest& ex, const std::vector<Pixel>&
 // The forms themselves: known values
 // ---------------------------------------------------------------------------------
 
-struct NamedForm {
-    const char* name;
-    ForwardForm form;
-};
+using NamedForm = yuvtest::NamedForm<ForwardForm>;
 
 const std::vector<NamedForm>& allForms() {
     static const std::vector<NamedForm> f = {
@@ -270,22 +221,6 @@ TEST(RgbToYuvForms, ScalarUStaysInRangeAndVNeedsItsClamp) {
 // Which form each column gets
 // ---------------------------------------------------------------------------------
 
-// Inputs at which two forms disagree, found by search (the first input met, in a
-// scattered order over all inputs, for each channel where the pair can differ).
-std::vector<Pixel> disagreements(ForwardForm a, ForwardForm b, const std::vector<int>& channels) {
-    std::vector<yuvtest::Wanted> wanted;
-    for (int c : channels) wanted.push_back({c, 0});
-    const std::vector<yuvtest::Found> found = yuvtest::searchDisagreements(wanted, [a, b](int r, int g, int bl, int c) {
-        return int(refyuv::channelOf(a(r, g, bl), c)) - int(refyuv::channelOf(b(r, g, bl), c));
-    });
-    std::vector<Pixel> out;
-    for (const yuvtest::Found& f : found) {
-        EXPECT_TRUE(f.found) << "no input where the forms differ in channel " << f.wanted.channel;
-        if (f.found) out.push_back(f.input);
-    }
-    return out;
-}
-
 // For every pair of forms, inputs that tell them apart in each channel in which they
 // differ at all. The rounded and rounded luma scalar forms share Y and differ in U and
 // V only (274 inputs of 2^24); the rounded luma and truncating luma forms share U, V.
@@ -294,7 +229,7 @@ const std::vector<Pixel>& tellingInputs() {
         using namespace refyuv;
         std::vector<Pixel> all;
         auto add = [&](ForwardForm a, ForwardForm b, std::vector<int> channels) {
-            for (const Pixel& p : disagreements(a, b, channels)) all.push_back(p);
+            for (const Pixel& p : yuvtest::disagreements(a, b, channels)) all.push_back(p);
         };
         add(roundedScalarForm, roundedLumaScalarForm, {1, 2});
         add(roundedLumaScalarForm, truncatingLumaScalarForm, {0});
@@ -311,30 +246,7 @@ const std::vector<Pixel>& tellingInputs() {
 
 TEST(RgbToYuvForms, SearchFindsEveryPairOfFormsDisagreeing) {
     // 2 + 1 + 3 + 3 * 6 + 3 inputs; each input must tell some pair apart.
-    ASSERT_EQ(tellingInputs().size(), 27u);
-    for (const Pixel& p : tellingInputs()) {
-        int distinct = 0;
-        for (const NamedForm& f : allForms()) {
-            for (const NamedForm& g : allForms()) distinct += f.form(p[0], p[1], p[2]) != g.form(p[0], p[1], p[2]);
-        }
-        EXPECT_GT(distinct, 0);
-    }
-}
-
-// Rows of `width` copies of each telling input: column x must show the member's block
-// form below width - width % block and its tail form from there on.
-void expectFormsByColumn(const ForwardMember& m, int width) {
-    const int cols = refyuv::blockColumns(width, m.block);
-    for (const Pixel& p : tellingInputs()) {
-        const auto [r, g, b] = p;
-        SCOPED_TRACE(m.ex.name + " width " + std::to_string(width) + " input (" + std::to_string(r) + ", " +
-                     std::to_string(g) + ", " + std::to_string(b) + ")");
-        const std::vector<Yuv> out = convertRow(m.ex, std::vector<Pixel>(std::size_t(width), p), 2);
-        for (int x = 0; x < width; ++x) {
-            const Yuv want = x < cols ? m.blockForm(r, g, b) : m.tailForm(r, g, b);
-            EXPECT_EQ(show(out[std::size_t(x)]), show(want)) << "column " << x;
-        }
-    }
+    yuvtest::expectEachInputTellsFormsApart(tellingInputs(), 27u, allForms());
 }
 
 class RgbToYuvFormByColumn : public ::testing::TestWithParam<const ExportUnderTest*> {};
@@ -342,8 +254,12 @@ class RgbToYuvFormByColumn : public ::testing::TestWithParam<const ExportUnderTe
 // Widths around both block sizes: all tail (1, 7, 15), one block and a tail (9, 17),
 // whole blocks of 8 that are no whole blocks of 16 (8, 24), and more.
 TEST_P(RgbToYuvFormByColumn, BlockFormBelowTheLastWholeBlockTailFormAfter) {
-    for (int width : {1, 7, 8, 9, 15, 16, 17, 23, 24, 25, 33})
-        expectFormsByColumn(memberNamed(GetParam()->name), width);
+    for (int width : yuvtest::formByColumnWidths()) {
+        yuvtest::expectFormsByColumn(memberNamed(GetParam()->name), width, tellingInputs(),
+                                     [](const ExportUnderTest& ex, const std::vector<Pixel>& row) {
+                                         return convertRow(ex, row, 2);
+                                     });
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(AllExports, RgbToYuvFormByColumn, ::testing::ValuesIn(exportPointers()),
@@ -357,16 +273,13 @@ std::vector<Yuv> convertUniformRow(const std::string& name, Pixel p, int width, 
     return convertRow(memberNamed(name).ex, std::vector<Pixel>(std::size_t(width), p), height);
 }
 
+std::vector<std::string> runs(int n, const Yuv& first, int m = 0, const Yuv& second = {}) {
+    return yuvtest::runs(n, first, m, second);
+}
+
 std::vector<std::string> shown(const std::vector<Yuv>& v) {
     std::vector<std::string> s;
     for (const Yuv& p : v) s.push_back(show(p));
-    return s;
-}
-
-// `n` copies of `first`, then `m` copies of `second`.
-std::vector<std::string> runs(int n, const Yuv& first, int m = 0, const Yuv& second = {}) {
-    std::vector<std::string> s(std::size_t(n), show(first));
-    s.insert(s.end(), std::size_t(m), show(second));
     return s;
 }
 
@@ -446,22 +359,7 @@ TEST(RGBToYUV_8u_C3R, Example100_150_200IsY140InEveryColumn) {
 // ---------------------------------------------------------------------------------
 
 TEST(RGBToYUV_8u_AC4R, LeavesDestinationAlphaAsItWas) {
-    const int w = 19, h = 3;
-    Surface src = Surface::packed(w, h, 4, w * 4);
-    Surface dst = Surface::packed(w, h, 4, w * 4 + 4);
-    Rng rng(7);
-    src.fillRandom(rng);
-    dst.fillRandom(rng);
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) dst.at(x, y, 3) = uint8_t(x * 7 + y * 13 + 1);
-    }
-    dst.snapshot();
-    ASSERT_EQ(pxkiRGBToYUV_8u_AC4R(src.data(), src.step(), dst.data(), dst.step(), PxkSize{w, h}), pxkOk);
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) EXPECT_EQ(dst.at(x, y, 3), uint8_t(x * 7 + y * 13 + 1)) << x << "," << y;
-    }
-    EXPECT_TRUE(dst.guardsIntact());
-    EXPECT_FALSE(dst.unchanged());  // the call did write
+    yuvtest::expectDestinationAlphaKept(memberNamed("RGBToYUV_8u_AC4R").ex, true);
 }
 
 TEST(RGBToYUV_8u_AC4P4R, FourthPlaneGetsSourceByte3) {
@@ -485,32 +383,10 @@ TEST(RGBToYUV_8u_AC4P4R, FourthPlaneGetsSourceByte3) {
 }
 
 // Byte 3 of a four-byte source does not take part in Y, U and V.
-void expectSourceAlphaIgnored(const ExportUnderTest& ex) {
-    const int w = 21, h = 2;
-    Rng rng(99);
-    Surface srcA = yuvtest::makeSurface(ex.src, w, h, w * 4);
-    srcA.fillRandom(rng);
-    Surface srcB = srcA.clone();
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) srcB.at(x, y, 3) = uint8_t(~srcA.at(x, y, 3));
-    }
-    Surface dstA = yuvtest::makeSurface(ex.dst, w, h, int(yuvtest::rowBytesOf(ex.dst, w)));
-    dstA.fillRandom(rng);
-    Surface dstB = dstA.clone();
-    ASSERT_EQ(ex.call(srcA, dstA, PxkSize{w, h}, 0), pxkOk);
-    ASSERT_EQ(ex.call(srcB, dstB, PxkSize{w, h}, 0), pxkOk);
-    for (int c = 0; c < 3; ++c) {
-        for (int y = 0; y < h; ++y) {
-            for (int x = 0; x < w; ++x) {
-                EXPECT_EQ(dstA.at(x, y, c), dstB.at(x, y, c)) << "channel " << c << " at " << x << "," << y;
-            }
-        }
-    }
-    EXPECT_FALSE(dstA.unchanged());
+TEST(RGBToYUV_8u_AC4R, IgnoresSourceAlpha) { yuvtest::expectSourceAlphaIgnored(memberNamed("RGBToYUV_8u_AC4R").ex, 3); }
+TEST(RGBToYUV_8u_AC4P4R, IgnoresSourceAlphaInYUV) {
+    yuvtest::expectSourceAlphaIgnored(memberNamed("RGBToYUV_8u_AC4P4R").ex, 3);
 }
-
-TEST(RGBToYUV_8u_AC4R, IgnoresSourceAlpha) { expectSourceAlphaIgnored(memberNamed("RGBToYUV_8u_AC4R").ex); }
-TEST(RGBToYUV_8u_AC4P4R, IgnoresSourceAlphaInYUV) { expectSourceAlphaIgnored(memberNamed("RGBToYUV_8u_AC4P4R").ex); }
 
 // A null dst[3] passes the checks (only dst[0..2] are tested), so the call goes on
 // and stores the alpha plane through it.
@@ -551,33 +427,8 @@ TEST(RGBToYUV_8u_AC4P4R_Status, NullFourthPlaneIsNotReported) {
 // ---------------------------------------------------------------------------------
 
 TEST(RGBToYUV_8u_C3R, NegativeStepRunsDownwardInMemory) {
-    // Two rows of width 2: row 0 black, row 1 white, row 1 lying below row 0 in memory.
-    const int w = 2, h = 2;
-    Surface src = Surface::packed(w, h, 3, -8);
-    Surface dst = Surface::packed(w, h, 3, -10);
-    Rng rng(5);
-    src.fillRandom(rng);
-    dst.fillRandom(rng);
-    uint8_t* s0 = src.data();
-    uint8_t* s1 = s0 - 8;
-    for (int i = 0; i < 6; ++i) {
-        s0[i] = 0;
-        s1[i] = 255;
-    }
-    src.snapshot();
-    ASSERT_EQ(pxkiRGBToYUV_8u_C3R(src.data(), -8, dst.data(), -10, PxkSize{w, h}), pxkOk);
-    const uint8_t* d0 = dst.data();
-    const uint8_t* d1 = d0 - 10;
-    for (int x = 0; x < w; ++x) {
-        EXPECT_EQ(d0[3 * x + 0], 0);
-        EXPECT_EQ(d0[3 * x + 1], 128);
-        EXPECT_EQ(d0[3 * x + 2], 128);
-        EXPECT_EQ(d1[3 * x + 0], 255);  // tail columns: truncating luma scalar
-        EXPECT_EQ(d1[3 * x + 1], 128);
-        EXPECT_EQ(d1[3 * x + 2], 128);
-    }
-    EXPECT_TRUE(dst.guardsIntact());
-    EXPECT_TRUE(src.unchanged());
+    // Row 1 white in the tail columns: truncating luma scalar.
+    yuvtest::expectRowsRunDownward(memberNamed("RGBToYUV_8u_C3R").ex, {0, 128, 128}, {255, 128, 128}, true);
 }
 
 TEST(RGBToYUV_8u_P3R, ZeroDestinationStepKeepsTheLastRow) {

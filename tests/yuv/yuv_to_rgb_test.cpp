@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "column_rule_members.h"
 #include "conversion_harness.h"
 #include "pxkcc.h"
 #include "reference_yuv.h"
@@ -25,14 +26,8 @@ using yuvtest::kValid;
 using yuvtest::Layout;
 using yuvtest::StatusFixture;
 
-// An export with the column rule of its row kernel: vector columns below
-// width - width % block (block 0: none), `blockForm` there and `tailForm` after.
-struct InverseMember {
-    ExportUnderTest ex;
-    int block;
-    InverseForm blockForm;
-    InverseForm tailForm;
-};
+using InverseMember = yuvtest::ColumnRuleMember<InverseForm>;
+using Pixel = yuvtest::Pixel;  // Y, U, V as raw samples
 
 const std::vector<InverseMember>& members() {
     static const std::vector<InverseMember> list = {
@@ -91,70 +86,31 @@ const std::vector<InverseMember>& members() {
 }
 
 const std::vector<ExportUnderTest>& exports() {
-    static const std::vector<ExportUnderTest> list = [] {
-        std::vector<ExportUnderTest> v;
-        for (const InverseMember& m : members()) v.push_back(m.ex);
-        return v;
-    }();
+    static const std::vector<ExportUnderTest> list = yuvtest::exportsOf(members());
     return list;
 }
 
-const InverseMember& memberNamed(const std::string& name) {
-    for (const InverseMember& m : members()) {
-        if (m.ex.name == name) return m;
-    }
-    throw std::invalid_argument(name);
-}
+const InverseMember& memberNamed(const std::string& name) { return yuvtest::memberNamed(members(), name); }
 
 std::vector<const ExportUnderTest*> exportPointers() { return yuvtest::exportPointers(exports()); }
 
 std::vector<const ExportUnderTest*> blockExportPointers() {
-    std::vector<const ExportUnderTest*> v;
-    for (const ExportUnderTest* ex : exportPointers()) {
-        if (memberNamed(ex->name).block != 0) v.push_back(ex);
-    }
-    return v;
+    return yuvtest::blockExportPointers(members(), exports());
 }
 
 // ---------------------------------------------------------------------------------
-// Reference comparison over all widths, heights and step layouts
+// Reference comparison over all widths, heights and step layouts; every one of the
+// 2^24 inputs through each export, at a width that puts every pixel in the vector
+// columns (256, a multiple of 16) and, for the members with vector columns, at one
+// that puts every pixel in the tail (7). A lighter run (16 of the 256 slices) adds
+// width 15, all tail for the members with blocks of 16.
 // ---------------------------------------------------------------------------------
 
-class YuvToRgbSweep : public ::testing::TestWithParam<yuvtest::SweepParam> {};
-
-TEST_P(YuvToRgbSweep, MatchesReference) { yuvtest::sweepAgainstReference(*GetParam().ex, GetParam().plan); }
-
-INSTANTIATE_TEST_SUITE_P(AllExports, YuvToRgbSweep, ::testing::ValuesIn(yuvtest::sweepParams(exports())),
-                         yuvtest::sweepParamName);
-
-// Every one of the 2^24 inputs through each export, at a width that puts every pixel
-// in the vector columns (256, a multiple of 16) and, for the members with vector
-// columns, at one that puts every pixel in the tail (7). A lighter run (16 of the 256
-// slices) adds width 15, all tail for the members with blocks of 16.
-class YuvToRgbDense : public ::testing::TestWithParam<const ExportUnderTest*> {};
-
-TEST_P(YuvToRgbDense, EveryInputInVectorColumnsMatchesReference) {
-    yuvtest::everyInputAgainstReference(*GetParam(), 256);
-}
-TEST_P(YuvToRgbDense, AnyAlignmentMatchesReference) { yuvtest::alignmentsAgainstReference(*GetParam()); }
-
-INSTANTIATE_TEST_SUITE_P(AllExports, YuvToRgbDense, ::testing::ValuesIn(exportPointers()), yuvtest::exportParamName);
-
-class YuvToRgbDenseTail : public ::testing::TestWithParam<const ExportUnderTest*> {};
-
-TEST_P(YuvToRgbDenseTail, EveryInputInTailColumnsMatchesReference) {
-    yuvtest::everyInputAgainstReference(*GetParam(), 7);
-}
-TEST_P(YuvToRgbDenseTail, FifteenTailColumnsMatchReference) { yuvtest::denseAgainstReference(*GetParam(), 15); }
-
-INSTANTIATE_TEST_SUITE_P(BlockMembers, YuvToRgbDenseTail, ::testing::ValuesIn(blockExportPointers()),
-                         yuvtest::exportParamName);
+YUVTEST_COLUMN_RULE_REFERENCE_SUITES(YuvToRgb, exports, blockExportPointers);
 
 // ---------------------------------------------------------------------------------
 // Running an export on given pixels
 // ---------------------------------------------------------------------------------
-
-using Pixel = std::array<int, 3>;  // Y, U, V as raw samples
 
 // Output of one pixel, and the alpha byte of a four-byte destination (-1 otherwise).
 struct Out {
@@ -162,9 +118,7 @@ struct Out {
     int alpha;
 };
 
-std::string show(const Rgb& v) {
-    return "(" + std::to_string(v.r) + ", " + std::to_string(v.g) + ", " + std::to_string(v.b) + ")";
-}
+std::string show(const Rgb& v) { return yuvtest::show(v); }
 
 // Converts rows of the given pixels (all rows alike) with the export alone, checks the
 // status and the guards, and returns the last row.
@@ -192,19 +146,14 @@ std::vector<std::string> shownRow(const std::string& name, Pixel p, int width, i
 
 // `n` copies of `first`, then `m` copies of `second`.
 std::vector<std::string> runs(int n, const Rgb& first, int m = 0, const Rgb& second = {}) {
-    std::vector<std::string> s(std::size_t(n), show(first));
-    s.insert(s.end(), std::size_t(m), show(second));
-    return s;
+    return yuvtest::runs(n, first, m, second);
 }
 
 // ---------------------------------------------------------------------------------
 // The forms themselves: known values
 // ---------------------------------------------------------------------------------
 
-struct NamedForm {
-    const char* name;
-    InverseForm form;
-};
+using NamedForm = yuvtest::NamedForm<InverseForm>;
 
 const std::vector<NamedForm>& allForms() {
     static const std::vector<NamedForm> f = {
@@ -276,20 +225,6 @@ TEST(YuvToRgbForms, ExtremesClamp) {
 // Which form each column gets
 // ---------------------------------------------------------------------------------
 
-std::vector<Pixel> disagreements(InverseForm a, InverseForm b, const std::vector<int>& channels) {
-    std::vector<yuvtest::Wanted> wanted;
-    for (int c : channels) wanted.push_back({c, 0});
-    const std::vector<yuvtest::Found> found = yuvtest::searchDisagreements(wanted, [a, b](int y, int u, int v, int c) {
-        return int(refyuv::channelOf(a(y, u, v), c)) - int(refyuv::channelOf(b(y, u, v), c));
-    });
-    std::vector<Pixel> out;
-    for (const yuvtest::Found& f : found) {
-        EXPECT_TRUE(f.found) << "no input where the forms differ in channel " << f.wanted.channel;
-        if (f.found) out.push_back(f.input);
-    }
-    return out;
-}
-
 // For every pair of forms, inputs that tell them apart in each channel in which they
 // differ at all. The full and half rounded forms differ in G only; the truncating and
 // doubled forms agree in R everywhere, and the truncating and octet forms in B.
@@ -298,7 +233,7 @@ const std::vector<Pixel>& tellingInputs() {
         using namespace refyuv;
         std::vector<Pixel> all;
         auto add = [&](InverseForm a, InverseForm b, std::vector<int> channels) {
-            for (const Pixel& p : disagreements(a, b, channels)) all.push_back(p);
+            for (const Pixel& p : yuvtest::disagreements(a, b, channels)) all.push_back(p);
         };
         add(fullRoundedForm, halfRoundedForm, {1});
         add(fullRoundedForm, truncatingInverseForm, {0, 1, 2});
@@ -316,35 +251,20 @@ const std::vector<Pixel>& tellingInputs() {
 }
 
 TEST(YuvToRgbForms, SearchFindsEveryPairOfFormsDisagreeing) {
-    ASSERT_EQ(tellingInputs().size(), 26u);
-    for (const Pixel& p : tellingInputs()) {
-        int distinct = 0;
-        for (const NamedForm& f : allForms()) {
-            for (const NamedForm& g : allForms()) distinct += f.form(p[0], p[1], p[2]) != g.form(p[0], p[1], p[2]);
-        }
-        EXPECT_GT(distinct, 0);
-    }
-}
-
-void expectFormsByColumn(const InverseMember& m, int width) {
-    const int cols = refyuv::blockColumns(width, m.block);
-    for (const Pixel& p : tellingInputs()) {
-        const auto [y, u, v] = p;
-        SCOPED_TRACE(m.ex.name + " width " + std::to_string(width) + " input (" + std::to_string(y) + ", " +
-                     std::to_string(u) + ", " + std::to_string(v) + ")");
-        const std::vector<Out> out = convertRow(m.ex, std::vector<Pixel>(std::size_t(width), p), 2);
-        for (int x = 0; x < width; ++x) {
-            const Rgb want = x < cols ? m.blockForm(y, u, v) : m.tailForm(y, u, v);
-            EXPECT_EQ(show(out[std::size_t(x)].rgb), show(want)) << "column " << x;
-        }
-    }
+    yuvtest::expectEachInputTellsFormsApart(tellingInputs(), 26u, allForms());
 }
 
 class YuvToRgbFormByColumn : public ::testing::TestWithParam<const ExportUnderTest*> {};
 
 TEST_P(YuvToRgbFormByColumn, BlockFormBelowTheLastWholeBlockTailFormAfter) {
-    for (int width : {1, 7, 8, 9, 15, 16, 17, 23, 24, 25, 33})
-        expectFormsByColumn(memberNamed(GetParam()->name), width);
+    for (int width : yuvtest::formByColumnWidths()) {
+        yuvtest::expectFormsByColumn(memberNamed(GetParam()->name), width, tellingInputs(),
+                                     [](const ExportUnderTest& ex, const std::vector<Pixel>& row) {
+                                         std::vector<Rgb> rgb;
+                                         for (const Out& o : convertRow(ex, row, 2)) rgb.push_back(o.rgb);
+                                         return rgb;
+                                     });
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(AllExports, YuvToRgbFormByColumn, ::testing::ValuesIn(exportPointers()),
@@ -426,41 +346,10 @@ TEST(YUVToRGB_8u_C3C4R, WritesAlphaIntoEveryPixel) {
 }
 
 TEST(YUVToRGB_8u_AC4R, LeavesDestinationAlphaAsItWas) {
-    const int w = 19, h = 3;
-    Surface src = Surface::packed(w, h, 4, w * 4);
-    Surface dst = Surface::packed(w, h, 4, w * 4 + 4);
-    Rng rng(7);
-    src.fillRandom(rng);
-    dst.fillRandom(rng);
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) dst.at(x, y, 3) = uint8_t(x * 7 + y * 13 + 1);
-    }
-    dst.snapshot();
-    ASSERT_EQ(pxkiYUVToRGB_8u_AC4R(src.data(), src.step(), dst.data(), dst.step(), PxkSize{w, h}), pxkOk);
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) EXPECT_EQ(dst.at(x, y, 3), uint8_t(x * 7 + y * 13 + 1)) << x << "," << y;
-    }
-    EXPECT_TRUE(dst.guardsIntact());
-    EXPECT_FALSE(dst.unchanged());
+    yuvtest::expectDestinationAlphaKept(memberNamed("YUVToRGB_8u_AC4R").ex, true);
 }
 
-TEST(YUVToRGB_8u_AC4R, IgnoresSourceAlpha) {
-    const int w = 21, h = 2;
-    Rng rng(99);
-    Surface srcA = Surface::packed(w, h, 4, w * 4);
-    srcA.fillRandom(rng);
-    Surface srcB = srcA.clone();
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) srcB.at(x, y, 3) = uint8_t(~srcA.at(x, y, 3));
-    }
-    Surface dstA = Surface::packed(w, h, 4, w * 4);
-    dstA.fillRandom(rng);
-    Surface dstB = dstA.clone();
-    ASSERT_EQ(pxkiYUVToRGB_8u_AC4R(srcA.data(), srcA.step(), dstA.data(), dstA.step(), PxkSize{w, h}), pxkOk);
-    ASSERT_EQ(pxkiYUVToRGB_8u_AC4R(srcB.data(), srcB.step(), dstB.data(), dstB.step(), PxkSize{w, h}), pxkOk);
-    EXPECT_TRUE(pxktest::sameContents(dstA, dstB));
-    EXPECT_FALSE(dstA.unchanged());
-}
+TEST(YUVToRGB_8u_AC4R, IgnoresSourceAlpha) { yuvtest::expectSourceAlphaIgnored(memberNamed("YUVToRGB_8u_AC4R").ex); }
 
 // ---------------------------------------------------------------------------------
 // Steps
