@@ -71,6 +71,15 @@ struct DirectForm {
         return Lanes3<V>{{row(kSplitY, rg, gb), row(kSplitCb, rg, gb), row(kSplitCr, rg, gb)}};
     }
 
+    // Y alone.
+    template <class V>
+    PXK_INLINE static V luma(const Lanes3<V>& v) {
+        const V g = add16(v.c[1], splat16<V>(kGreenBias));
+        const V rg[2] = {unpacklo16(v.c[0], v.c[1]), unpackhi16(v.c[0], v.c[1])};
+        const V gb[2] = {unpacklo16(g, v.c[2]), unpackhi16(g, v.c[2])};
+        return row(kSplitY, rg, gb);
+    }
+
     // Y alone, with `less` (32-bit lanes, in the order of the pixels unpacked from each
     // half of the vector: the same pattern for both) taken off each sum before the
     // shift: a lower offset for chosen pixels.

@@ -263,7 +263,7 @@ struct DirectLuma {
     PXK_INLINE static uint8_t luma(Pixel3 p) { return DirectForm::apply(p).c[0]; }
     template <class V>
     PXK_INLINE static V luma(const Lanes3<V>& p) {
-        return DirectForm::apply(p).c[0];
+        return DirectForm::luma(p);
     }
 };
 
