@@ -36,6 +36,17 @@ inline PxkResult checkSize(PxkSize size, int32_t minWidth, int32_t minHeight) {
     return (size.width < minWidth || size.height < minHeight) ? pxkErrSize : pxkOk;
 }
 
+// The checks of a packed source written into planes that each have their own step:
+// the source, the plane array and each of its entries, the step array (null pointers
+// give pxkErrNullPtr), then the size.
+inline PxkResult checkPackedIntoPlanes(const uint8_t* src, uint8_t* const* dst, const int32_t* dstStep, PxkSize size,
+                                       int32_t minWidth, int32_t minHeight) {
+    PXK_CHECK(checkPtrs(src, dst));
+    PXK_CHECK(checkPlanes(dst, 3));
+    PXK_CHECK(checkPtrs(dstStep));
+    return checkSize(size, minWidth, minHeight);
+}
+
 // pxkErrStep if any step is below 1 (only in the families that test steps).
 template <class... S>
 constexpr PxkResult checkSteps(S... steps) {

@@ -190,16 +190,12 @@ PXK_VEC_OP2(mulhi16, _mm_mulhi_epi16, _mm256_mulhi_epi16)
 PXK_VEC_OP2(mulhiu16, _mm_mulhi_epu16, _mm256_mulhi_epu16)
 // Each 32-bit lane: a.lo * b.lo + a.hi * b.hi over signed 16-bit halves.
 PXK_VEC_OP2(madd16, _mm_madd_epi16, _mm256_madd_epi16)
-PXK_VEC_OP2(min16, _mm_min_epi16, _mm256_min_epi16)
-PXK_VEC_OP2(max16, _mm_max_epi16, _mm256_max_epi16)
 PXK_VEC_OP2(and_, _mm_and_si128, _mm256_and_si256)
 PXK_VEC_OP2(or_, _mm_or_si128, _mm256_or_si256)
-PXK_VEC_OP2(xor_, _mm_xor_si128, _mm256_xor_si256)
 
 PXK_VEC_IMM(slli16, _mm_slli_epi16, _mm256_slli_epi16)
 PXK_VEC_IMM(srli16, _mm_srli_epi16, _mm256_srli_epi16)
 PXK_VEC_IMM(srai16, _mm_srai_epi16, _mm256_srai_epi16)
-PXK_VEC_IMM(slli32, _mm_slli_epi32, _mm256_slli_epi32)
 PXK_VEC_IMM(srli32, _mm_srli_epi32, _mm256_srli_epi32)
 PXK_VEC_IMM(srai32, _mm_srai_epi32, _mm256_srai_epi32)
 

@@ -42,14 +42,9 @@ PxkResult convert420(const uint8_t* src, int32_t srcStep, uint8_t* const dst[3],
 // Every column in the direct forms.
 constexpr auto kNoLead = [](int32_t) { return int32_t{0}; };
 
-// The argument checks of the 420 members with a packed source and three planes: the
-// source, the plane array and its entries, the step array, then the size (2 by 2 at
-// least).
+// The members with a packed source and three planes: 2 by 2 at least.
 PxkResult check420(const uint8_t* src, uint8_t* const dst[3], const int32_t dstStep[3], PxkSize size) {
-    PXK_CHECK(checkPtrs(src, dst));
-    PXK_CHECK(checkPlanes(dst, 3));
-    PXK_CHECK(checkPtrs(dstStep));
-    return checkSize(size, 2, 2);
+    return checkPackedIntoPlanes(src, dst, dstStep, size, 2, 2);
 }
 
 template <class In, bool Bgr, bool CrFirst>

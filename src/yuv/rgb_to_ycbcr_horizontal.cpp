@@ -39,10 +39,7 @@ struct LoneDirectCr {
 template <int Group, class Chroma, bool Bgr, class Odd, class In>
 PxkResult toPlanes(const uint8_t* src, int32_t srcStep, uint8_t* const dst[3], const int32_t dstStep[3],
                    PxkSize size, int32_t minWidth) {
-    PXK_CHECK(checkPtrs(src, dst));
-    PXK_CHECK(checkPlanes(dst, 3));
-    PXK_CHECK(checkPtrs(dstStep));
-    PXK_CHECK(checkSize(size, minWidth, 1));
+    PXK_CHECK(checkPackedIntoPlanes(src, dst, dstStep, size, minWidth, 1));
     driveRows(
         size.width, size.height,
         [](int32_t width, const uint8_t* s, uint8_t* y, uint8_t* cb, uint8_t* cr) {

@@ -112,15 +112,6 @@ PxkResult yuv422WithoutSteps(const In& source, uint8_t* const dst[3], PxkSize si
 
 PlanarP3In planes(const uint8_t* const p[3]) { return PlanarP3In{{p[0], p[1], p[2]}}; }
 
-// Checks of the members with a packed source and three planes: the source, the plane
-// array and its entries, the step array, then the size.
-PxkResult checkPackedToPlanes(const uint8_t* src, uint8_t* const dst[3], const int32_t dstStep[3], PxkSize size) {
-    PXK_CHECK(checkPtrs(src, dst));
-    PXK_CHECK(checkPlanes(dst, 3));
-    PXK_CHECK(checkPtrs(dstStep));
-    return checkSize(size, 1, 1);
-}
-
 // The second stage of the planar members' checks: the size, then the entries of the
 // source planes and of the destination planes (the arrays themselves come first).
 PxkResult checkSizeThenEntries(PxkSize size, const uint8_t* const src[3], uint8_t* const dst[3]) {
@@ -143,13 +134,13 @@ extern "C" {
 
 PxkResult pxkiBGRToYUV420_8u_AC4P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
                                     const int32_t dstStep[3], PxkSize roiSize) {
-    PXK_CHECK(checkPackedToPlanes(pSrc, pDst, dstStep, roiSize));
+    PXK_CHECK(checkPackedIntoPlanes(pSrc, pDst, dstStep, roiSize, 1, 1));
     return yuv420<kBGR>(pairedPlaneRows(PackedC4In{{pSrc}}, srcStep), pDst, dstStep, roiSize, 0);
 }
 
 PxkResult pxkiRGBToYUV420_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
                                    const int32_t dstStep[3], PxkSize roiSize) {
-    PXK_CHECK(checkPackedToPlanes(pSrc, pDst, dstStep, roiSize));
+    PXK_CHECK(checkPackedIntoPlanes(pSrc, pDst, dstStep, roiSize, 1, 1));
     return yuv420<kRGB>(pairedPlaneRows(PackedC3In{{pSrc}}, srcStep), pDst, dstStep, roiSize,
                         vectorColumns8(roiSize.width));
 }
@@ -192,7 +183,7 @@ PxkResult pxkiRGBToYUV422_8u_C3C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t
 
 PxkResult pxkiRGBToYUV422_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
                                    const int32_t dstStep[3], PxkSize roiSize) {
-    PXK_CHECK(checkPackedToPlanes(pSrc, pDst, dstStep, roiSize));
+    PXK_CHECK(checkPackedIntoPlanes(pSrc, pDst, dstStep, roiSize, 1, 1));
     yuv422ToPlanes(planeRows(PackedC3In{{pSrc}}, srcStep), pDst, dstStep, roiSize);
     return pxkOk;
 }
