@@ -325,6 +325,158 @@ PXKCC_API PxkResult pxkiRGBToYUV422_8u_P3R(const uint8_t* const pSrc[3], const i
 PXKCC_API PxkResult pxkiRGBToYUV422_8u_P3(const uint8_t* const pSrc[3], uint8_t* const pDst[3],
                                           PxkSize roiSize);
 
+/* ------------------------------------------------------------------------ */
+/* Studio-range YCbCr 4:2:0, 4:2:2, 4:1:1 -> RGB / BGR                       */
+/* ------------------------------------------------------------------------ */
+/* Chroma is replicated: each chroma sample serves every pixel of its group (2 x 2,
+ * a pair, four in a row). Forms by member: 4:2:0 P2 sources and YCbCr420ToBGR
+ * P3C3R the wide rounded form of YCbCrToRGB_8u_P3R; YCbCr420ToBGR P3C4R,
+ * YCbCr420ToRGB P3C3R and YCrCb420ToRGB P3C4R the high-product inverse form of
+ * YCbCrToRGB_8u_P3C4R over the first width - width % 8 columns, wide rounded after
+ * them; packed Y0 Cb Y1 Cr (YCbCr) or Y0 Cr Y1 Cb (YCrCb) sources wide rounded,
+ * except YCbCr422ToRGB/YCrCb422ToRGB C2P3R and YCrCb422ToRGB C2C3R, which take a
+ * high-product form (luma 9536, Cb to G -3203) over the first width - width % 8
+ * columns and the raw-chroma offset form (no rounding half) after them; 4:2:2
+ * planes the raw-chroma offset form; 4:1:1 the same high-product form over the
+ * first width - width % 8 columns and the 4:1:1 form (76294) after them.
+ * Sources: P3 planes Y, then the chroma of the name's order, each with its own step
+ * (4:2:0 chroma planes w/2 x h/2, 4:2:2 w/2 x h, 4:1:1 w/4 x h); P2 a Y plane and a
+ * plane of chroma pairs (Cb Cr for YCbCr, Cr Cb for YCrCb). C4 destinations take
+ * byte 3 from alpha.
+ * Odd sizes: 4:2:0 converts height/2 row pairs and width/2 pixel pairs, leaves the
+ * last odd row or column unwritten and returns pxkWarnOddSize (a width or height of
+ * 1 converts nothing); 4:1:1 converts width - width % 4 columns; the 4:2:2 planar
+ * members leave an odd last pixel unwritten; in the packed 4:2:2 members an odd last
+ * pixel takes Y and its first chroma from its own two bytes and the second chroma
+ * from the byte before them (at a width of 1, where the row has no such byte, its
+ * first chroma stands in; YCbCr422ToBGR C2C3R needs a width of 2). pxkOk there.
+ * Least sizes: 1 x 1, except the YCbCr422ToBGR members and YCbCr422ToRGB P3C3R
+ * (width 2) and 4:1:1 (width 4).
+ * Checks: pointers (arrays, then their entries), then the size; the two YCrCb420
+ * P2C4R members test the size first. */
+PXKCC_API PxkResult pxkiYCbCr420ToBGR_8u_P2C3R(const uint8_t* pSrcY, int32_t srcYStep,
+                                               const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToBGR_8u_P2C4R(const uint8_t* pSrcY, int32_t srcYStep,
+                                               const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize,
+                                               uint8_t alpha);
+PXKCC_API PxkResult pxkiYCbCr420ToRGB_8u_P2C3R(const uint8_t* pSrcY, int32_t srcYStep,
+                                               const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToRGB_8u_P2C4R(const uint8_t* pSrcY, int32_t srcYStep,
+                                               const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize,
+                                               uint8_t alpha);
+PXKCC_API PxkResult pxkiYCrCb420ToBGR_8u_P2C3R(const uint8_t* pSrcY, int32_t srcYStep,
+                                               const uint8_t* pSrcCrCb, int32_t srcCrCbStep,
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb420ToBGR_8u_P2C4R(const uint8_t* pSrcY, int32_t srcYStep,
+                                               const uint8_t* pSrcCrCb, int32_t srcCrCbStep,
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize,
+                                               uint8_t alpha);
+PXKCC_API PxkResult pxkiYCrCb420ToRGB_8u_P2C3R(const uint8_t* pSrcY, int32_t srcYStep,
+                                               const uint8_t* pSrcCrCb, int32_t srcCrCbStep,
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb420ToRGB_8u_P2C4R(const uint8_t* pSrcY, int32_t srcYStep,
+                                               const uint8_t* pSrcCrCb, int32_t srcCrCbStep,
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize,
+                                               uint8_t alpha);
+PXKCC_API PxkResult pxkiYCbCr420ToBGR_8u_P3C3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToBGR_8u_P3C4R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize,
+                                               uint8_t alpha);
+PXKCC_API PxkResult pxkiYCbCr420ToRGB_8u_P3C3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb420ToRGB_8u_P3C4R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize,
+                                               uint8_t alpha);
+PXKCC_API PxkResult pxkiYCbCr422ToBGR_8u_C2C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToBGR_8u_C2C4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize, uint8_t alpha);
+PXKCC_API PxkResult pxkiYCbCr422ToRGB_8u_C2C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToRGB_8u_C2C4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize, uint8_t alpha);
+PXKCC_API PxkResult pxkiYCrCb422ToBGR_8u_C2C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb422ToBGR_8u_C2C4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize, uint8_t alpha);
+PXKCC_API PxkResult pxkiYCrCb422ToRGB_8u_C2C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb422ToRGB_8u_C2C4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize, uint8_t alpha);
+PXKCC_API PxkResult pxkiYCbCr422ToRGB_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                               uint8_t* const pDst[3], int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb422ToRGB_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                               uint8_t* const pDst[3], int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToBGR_8u_P3C3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToRGB_8u_P3C3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411ToBGR_8u_P3C3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411ToBGR_8u_P3C4R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                               uint8_t* pDst, int32_t dstStep, PxkSize roiSize,
+                                               uint8_t alpha);
+
+/* 4:2:0 to BGRA with chroma filtered in the row: an even pixel takes its pair's
+ * samples, an odd one the rounded mean of its pair's and the next pair's (the last
+ * pair of a row takes its own for both); no vertical filter. Truncating form
+ * (76309, no rounding half). Planes Y, Cr, Cb; alpha into byte 3. Least size 1 x 1;
+ * odd sizes as in the other 4:2:0 members (pxkWarnOddSize). */
+PXKCC_API PxkResult pxkiYCrCb420ToBGR_Filter_8u_P3C4R(const uint8_t* const pSrc[3],
+                                                      const int32_t srcStep[3], uint8_t* pDst,
+                                                      int32_t dstStep, PxkSize roiSize, uint8_t alpha);
+
+/* ------------------------------------------------------------------------ */
+/* Full-range YUV 4:2:0 and 4:2:2 -> RGB / BGR                               */
+/* ------------------------------------------------------------------------ */
+/* Chroma replicated over each 2 x 2 block (4:2:0) or pair (4:2:2). Forms by member
+ * (those of YUVToRGB, and two of their own): YUV420ToRGB P3R/P3 the truncating
+ * form with the full-rounded constants (no rounding term) in every column;
+ * YUV420ToRGB P3C3R/P3C3 the doubled form over the first width - width % 8
+ * columns, the same truncating form after them; YUV420ToBGR P3C3R the doubled form
+ * with the octet constants in every column; YUV420ToRGB P3AC4R a form at four
+ * fraction bits over the first width - width % 8 columns and the half rounded form
+ * after them; YUV422ToRGB P3AC4R the same vector form, then the truncating one;
+ * YUV422ToRGB C2C3R (Y0 U Y1 V) the doubled form over the first width - width % 16
+ * columns, half rounded after them; the other YUV422 members the doubled form over
+ * the first width - width % 16 columns, truncating after them. The AC4 members
+ * write 0 into byte 3. P3R members write three planes R, G, B with one step.
+ * Odd sizes: 4:2:0 as in the YCbCr members (pxkWarnOddSize); 4:2:2 planes convert
+ * an odd last pixel with the chroma column after the last pair (chroma planes are
+ * (w + 1) / 2 wide); Y0 U Y1 V takes its V from the byte before its Y. Forms without
+ * R derive their steps: Y w, chroma w/2 (4:2:0) or w/2 + w%2 (4:2:2), packed 3 w,
+ * planes w; the 4:2:2 ones convert an image of at least 256 pixels with an even
+ * width as one long row (vector blocks then run across row ends).
+ * Least sizes 1 x 1, except YUV420ToBGR P3C3R (2 x 2) and YUV422ToRGB P3C3R
+ * (width 2). Checks: the arrays, the size, then their entries. */
+PXKCC_API PxkResult pxkiYUV420ToRGB_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                           uint8_t* const pDst[3], int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV420ToRGB_8u_P3(const uint8_t* const pSrc[3], uint8_t* const pDst[3],
+                                          PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV420ToRGB_8u_P3C3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                             uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV420ToRGB_8u_P3C3(const uint8_t* const pSrc[3], uint8_t* pDst, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV420ToBGR_8u_P3C3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                             uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV420ToRGB_8u_P3AC4R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                              uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV422ToRGB_8u_P3AC4R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                              uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV422ToRGB_8u_C2C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                             int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV422ToRGB_8u_P3C3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                             uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV422ToRGB_8u_P3C3(const uint8_t* const pSrc[3], uint8_t* pDst, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV422ToRGB_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                           uint8_t* const pDst[3], int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV422ToRGB_8u_P3(const uint8_t* const pSrc[3], uint8_t* const pDst[3],
+                                          PxkSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif
