@@ -47,6 +47,27 @@ inline PxkResult checkPackedIntoPlanes(const uint8_t* src, uint8_t* const* dst, 
     return checkSize(size, minWidth, minHeight);
 }
 
+// The checks of planes with their own steps read into one packed destination: the
+// plane and step arrays and the destination, each plane entry, then the size.
+inline PxkResult checkPlanesIntoPacked(const uint8_t* const* src, const int32_t* srcStep, const uint8_t* dst,
+                                       PxkSize size, int32_t minWidth, int32_t minHeight) {
+    PXK_CHECK(checkPtrs(src, srcStep, dst));
+    PXK_CHECK(checkPlanes(src, 3));
+    return checkSize(size, minWidth, minHeight);
+}
+
+// The two-stage checks of planes into planes: the arrays (plane and step arrays, in
+// argument order; pass the pointers), then the size, then the entries of the three
+// source planes and of the three destination planes.
+template <class... Arrays>
+inline PxkResult checkPlanesToPlanes(const uint8_t* const* src, uint8_t* const* dst, PxkSize size,
+                                     int32_t minWidth, int32_t minHeight, const Arrays*... arrays) {
+    PXK_CHECK(checkPtrs(arrays...));
+    PXK_CHECK(checkSize(size, minWidth, minHeight));
+    PXK_CHECK(checkPlanes(src, 3));
+    return checkPlanes(dst, 3);
+}
+
 // pxkErrStep if any step is below 1 (only in the families that test steps).
 template <class... S>
 constexpr PxkResult checkSteps(S... steps) {

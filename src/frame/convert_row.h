@@ -74,8 +74,8 @@ struct Staging {
         Layout local = row;
         PXK_UNROLL
         for (int i = 0; i < Layout::kPlanes; ++i) {
-            std::memcpy(bytes[i], row.plane[i] + pixelOffset<Layout::kBytes>(x),
-                        static_cast<std::size_t>(count) * Layout::kBytes);
+            std::memcpy(bytes[i], row.plane[i] + planeOffsetOf<Layout>(i, x),
+                        static_cast<std::size_t>(planeOffsetOf<Layout>(i, count)));
             local.plane[i] = bytes[i];
         }
         return local;
@@ -84,8 +84,8 @@ struct Staging {
     void drain(const Layout& row, int32_t x, int32_t count) const {
         PXK_UNROLL
         for (int i = 0; i < Layout::kPlanes; ++i) {
-            std::memcpy(row.plane[i] + pixelOffset<Layout::kBytes>(x), bytes[i],
-                        static_cast<std::size_t>(count) * Layout::kBytes);
+            std::memcpy(row.plane[i] + planeOffsetOf<Layout>(i, x), bytes[i],
+                        static_cast<std::size_t>(planeOffsetOf<Layout>(i, count)));
         }
     }
 };

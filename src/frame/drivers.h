@@ -88,9 +88,13 @@ PXK_INLINE PlaneRows<Layout> planeRows(const Layout& layout, const int32_t* step
 }
 
 // A set of planes bound to one row, walked in pairs of rows: each pair gives the layout
-// bound to both rows (top, bottom), and the walk then moves two steps of each plane.
-template <class Layout>
+// bound to both rows (top, bottom), and the walk then moves on by two rows. The first
+// FullPlanes planes have a row for each image row and move two steps a pair; the
+// others (chroma at half vertical resolution) have one row for the pair, which both
+// layouts share, and move one step.
+template <class Layout, int FullPlanes = Layout::kPlanes>
 struct PairedPlaneRows {
+    static_assert(FullPlanes >= 1 && FullPlanes <= Layout::kPlanes, "at least one full-resolution plane");
     Layout layout;
     int32_t steps[Layout::kPlanes];
 
@@ -98,7 +102,8 @@ struct PairedPlaneRows {
     void advance() {
         PXK_UNROLL
         for (int i = 0; i < Layout::kPlanes; ++i) {
-            layout.plane[i] = byteOffset(layout.plane[i], 2 * static_cast<std::intptr_t>(steps[i]));
+            const std::intptr_t rowsDown = i < FullPlanes ? 2 : 1;
+            layout.plane[i] = byteOffset(layout.plane[i], rowsDown * steps[i]);
         }
         bind();
     }
@@ -106,15 +111,17 @@ struct PairedPlaneRows {
     void bind() {
         lower = layout;
         PXK_UNROLL
-        for (int i = 0; i < Layout::kPlanes; ++i) lower.plane[i] = byteOffset(layout.plane[i], steps[i]);
+        for (int i = 0; i < FullPlanes; ++i) lower.plane[i] = byteOffset(layout.plane[i], steps[i]);
     }
     Layout lower;
 };
 
-// Each plane of `layout` walked in row pairs by its own step.
-template <class Layout>
-PXK_INLINE PairedPlaneRows<Layout> pairedPlaneRows(const Layout& layout, const int32_t* steps) {
-    PairedPlaneRows<Layout> w{layout, {}, layout};
+// Each plane of `layout` walked in row pairs by its own step; planes from FullPlanes
+// on are shared by the two rows of a pair.
+template <int FullPlanes = -1, class Layout>
+PXK_INLINE auto pairedPlaneRows(const Layout& layout, const int32_t* steps) {
+    constexpr int kFull = FullPlanes < 0 ? Layout::kPlanes : FullPlanes;
+    PairedPlaneRows<Layout, kFull> w{layout, {}, layout};
     PXK_UNROLL
     for (int i = 0; i < Layout::kPlanes; ++i) w.steps[i] = steps[i];
     w.bind();
@@ -128,6 +135,22 @@ PXK_INLINE PairedPlaneRows<Layout> pairedPlaneRows(const Layout& layout, int32_t
     PXK_UNROLL
     for (int i = 0; i < Layout::kPlanes; ++i) steps[i] = step;
     return pairedPlaneRows(layout, steps);
+}
+
+// The path of the forms without steps over rows that touch: where the image holds at
+// least 256 pixels and an even width, it is converted as one long row, in two runs:
+// run(0, n) with n = (width * height) - (width * height) % 8, then run(n, rest), so
+// that vector blocks run across the ends of image rows. Returns false (and runs
+// nothing) otherwise, or past 2^31 - 1 pixels, where the caller walks rows.
+template <class RunFn>
+PXK_INLINE bool runAsOneLongRow(PxkSize size, RunFn&& run) {
+    const int64_t pixels = int64_t{size.width} * size.height;
+    if (pixels < 256 || size.width % 2 != 0 || pixels > INT32_MAX) return false;
+    const int32_t total = static_cast<int32_t>(pixels);
+    const int32_t first = total - total % 8;
+    run(0, first);
+    run(first, total - first);
+    return true;
 }
 
 // Calls kernel(width, rows.current()...) once for each of `height` rows.

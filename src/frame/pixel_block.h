@@ -19,6 +19,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 #include <utility>
 
 #include "frame/vec.h"
@@ -109,6 +110,19 @@ PXK_INLINE void toHalves(V v, V& half0, V& half1) {
 // The position of pixel p in the bytes that packHalves gives.
 constexpr int packedPosition(int p) { return (p % 2) * 8 + p / 2; }
 #endif
+
+// Eight 16-bit values (per lane), one for each pair of pixels, as the block's two
+// halves: each value serves both pixels of its pair.
+template <class V>
+PXK_INLINE void pairSharedHalves(V perPair, V& half0, V& half1) {
+    if constexpr (packedPosition(1) == 1) {
+        half0 = unpacklo16(perPair, perPair);  // pixels 0 to 7: pairs 0 to 3
+        half1 = unpackhi16(perPair, perPair);
+    } else {
+        half0 = perPair;  // even pixels and odd pixels alike: one each pair
+        half1 = perPair;
+    }
+}
 
 // The two halves as bytes, saturated to 8 bits: pixel p at packedPosition(p).
 template <class V>
@@ -286,6 +300,30 @@ PXK_INLINE std::ptrdiff_t pixelOffset(int32_t x) {
 }
 
 // The first three bytes of the pixel at column x of a packed row of Bytes-byte pixels.
+// The byte offset of column x in plane i of a layout: x times the layout's bytes a
+// pixel, unless the layout has planes of its own resolution (planeOffset).
+template <class Layout, class = void>
+struct HasPlaneOffset : std::false_type {};
+template <class Layout>
+struct HasPlaneOffset<Layout, std::void_t<decltype(Layout::planeOffset(0, 0))>> : std::true_type {};
+
+template <class Layout>
+PXK_INLINE std::ptrdiff_t planeOffsetOf(int plane, int32_t x) {
+    if constexpr (HasPlaneOffset<Layout>::value) {
+        return Layout::planeOffset(plane, x);
+    } else {
+        return pixelOffset<Layout::kBytes>(x);
+    }
+}
+
+// The layout moved right by `pixels` columns (a multiple of every plane's grouping).
+template <class Layout>
+PXK_INLINE Layout shiftedBy(Layout layout, int32_t pixels) {
+    PXK_UNROLL
+    for (int i = 0; i < Layout::kPlanes; ++i) layout.plane[i] += planeOffsetOf<Layout>(i, pixels);
+    return layout;
+}
+
 template <int Bytes>
 PXK_INLINE Pixel3 readPacked(const uint8_t* row, int32_t x) {
     const uint8_t* p = row + pixelOffset<Bytes>(x);

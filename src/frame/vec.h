@@ -132,6 +132,8 @@ PXK_INLINE V128 loadLanes<V128, 48>(const uint8_t* p) { return load128(p); }
 template <>
 PXK_INLINE V128 loadLanes<V128, 64>(const uint8_t* p) { return load128(p); }
 template <>
+PXK_INLINE V128 loadLanes<V128, 32>(const uint8_t* p) { return load128(p); }
+template <>
 PXK_INLINE void storeLanes<V128, 16>(uint8_t* p, V128 v) { store128(p, v); }
 template <>
 PXK_INLINE void storeLanes<V128, 48>(uint8_t* p, V128 v) { store128(p, v); }
@@ -141,6 +143,22 @@ template <>
 PXK_INLINE void storeLanes<V128, 32>(uint8_t* p, V128 v) { store128(p, v); }
 
 // The low 8 bytes of each 128-bit lane, stored one after the other.
+// 8 (or 4) bytes a lane, in the low bytes of each lane, from consecutive memory: the
+// loads that match storeLowHalves and storeLowQuarters.
+PXK_INLINE V128 loadLowHalves128(const uint8_t* p) { return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)); }
+PXK_INLINE V128 loadLowQuarters128(const uint8_t* p) {
+    int32_t v;
+    std::memcpy(&v, p, sizeof v);
+    return _mm_cvtsi32_si128(v);
+}
+template <class V>
+PXK_INLINE V loadLowHalves(const uint8_t* p);
+template <class V>
+PXK_INLINE V loadLowQuarters(const uint8_t* p);
+template <>
+PXK_INLINE V128 loadLowHalves<V128>(const uint8_t* p) { return loadLowHalves128(p); }
+template <>
+PXK_INLINE V128 loadLowQuarters<V128>(const uint8_t* p) { return loadLowQuarters128(p); }
 PXK_INLINE void storeLowHalves(uint8_t* p, V128 v) { _mm_storel_epi64(reinterpret_cast<__m128i*>(p), v); }
 // The low 4 bytes of each 128-bit lane, stored one after the other.
 PXK_INLINE void storeLowQuarters(uint8_t* p, V128 v) {
@@ -190,6 +208,8 @@ PXK_VEC_OP2(mulhi16, _mm_mulhi_epi16, _mm256_mulhi_epi16)
 PXK_VEC_OP2(mulhiu16, _mm_mulhi_epu16, _mm256_mulhi_epu16)
 // Each 32-bit lane: a.lo * b.lo + a.hi * b.hi over signed 16-bit halves.
 PXK_VEC_OP2(madd16, _mm_madd_epi16, _mm256_madd_epi16)
+// Rounded mean of unsigned bytes: (a + b + 1) >> 1.
+PXK_VEC_OP2(avg8, _mm_avg_epu8, _mm256_avg_epu8)
 PXK_VEC_OP2(and_, _mm_and_si128, _mm256_and_si256)
 PXK_VEC_OP2(or_, _mm_or_si128, _mm256_or_si256)
 
@@ -331,7 +351,18 @@ PXK_INLINE void storeTwoChunks(uint8_t* p, V256 v) {
     store128(p + Stride, _mm256_extracti128_si256(v, 1));
 }
 template <>
+PXK_INLINE V256 loadLanes<V256, 32>(const uint8_t* p) { return loadTwoChunks<32>(p); }
+template <>
 PXK_INLINE V256 loadLanes<V256, 48>(const uint8_t* p) { return loadTwoChunks<48>(p); }
+template <>
+PXK_INLINE V256 loadLowHalves<V256>(const uint8_t* p) {
+    return _mm256_permute4x64_epi64(_mm256_castsi128_si256(load128(p)), _MM_SHUFFLE(1, 1, 0, 0));
+}
+template <>
+PXK_INLINE V256 loadLowQuarters<V256>(const uint8_t* p) {
+    return _mm256_permutevar8x32_epi32(_mm256_castsi128_si256(loadLowHalves128(p)),
+                                       _mm256_setr_epi32(0, 0, 0, 0, 1, 1, 1, 1));
+}
 template <>
 PXK_INLINE V256 loadLanes<V256, 64>(const uint8_t* p) { return loadTwoChunks<64>(p); }
 template <>

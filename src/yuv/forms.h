@@ -211,12 +211,18 @@ struct HighProductForm {
 // ---------------------------------------------------------------------------------
 
 // The inverse matrix at a scale of 2^16: R from Y and Cr, G from all three, B from Y
-// and Cb, with Cb and Cr taken less 128, then shifted and saturated. G's offset may
-// differ from that of R and B by a multiple of 2^12 (gOffsetDelta).
+// and Cb, with Cb and Cr taken less 128, then shifted and saturated. Each output has
+// its own offset (most forms give all three the same one).
 struct InverseMatrix {
-    int32_t y, crToR, cbToG, crToG, cbToB, offset;
-    int32_t gOffsetDelta = 0;
+    int32_t y, crToR, cbToG, crToG, cbToB;
+    int32_t offset[3];  // R, G, B
 };
+
+// One offset for all three outputs.
+constexpr InverseMatrix inverseMatrix(int32_t y, int32_t crToR, int32_t cbToG, int32_t crToG, int32_t cbToB,
+                                      int32_t offset) {
+    return InverseMatrix{y, crToR, cbToG, crToG, cbToB, {offset, offset, offset}};
+}
 
 // The forms of the inverse matrix that differ only in their constants share this
 // body.
@@ -233,30 +239,30 @@ struct InverseMatrix {
 // With s = 2^16 q + lo, s / 2^12 + 8 = 16 q + lo / 2^12 + 8, so e - (lo >> 12) lies
 // in 16 q + (3, 11), and (e - (lo >> 12)) >> 4 is q exactly. All of it stays within
 // 16 bits: |s| / 2^12 is below 9000.
-// The luma products and the offset are shared by the three outputs.
+// The luma products are shared by the three outputs, and so are the offsets' terms
+// where the offsets are equal.
 template <const InverseMatrix& M>
 struct InverseMatrixForm {
     PXK_INLINE static Pixel3 apply(Pixel3 p) {
         const int32_t y = p.c[0], cb = p.c[1] - 128, cr = p.c[2] - 128;
-        return Pixel3{{clamp8(asr(M.y * y + M.crToR * cr + M.offset, 16)),
-                       clamp8(asr(M.y * y + M.cbToG * cb + M.crToG * cr + M.offset + M.gOffsetDelta, 16)),
-                       clamp8(asr(M.y * y + M.cbToB * cb + M.offset, 16))}};
+        return Pixel3{{clamp8(asr(M.y * y + M.crToR * cr + M.offset[0], 16)),
+                       clamp8(asr(M.y * y + M.cbToG * cb + M.crToG * cr + M.offset[1], 16)),
+                       clamp8(asr(M.y * y + M.cbToB * cb + M.offset[2], 16))}};
     }
 
     // k / 16 rounded to nearest: the factor of a sample times 256 in the estimate.
     static constexpr int32_t estimateFactor(int32_t k) { return (k >= 0 ? k + 8 : k - 8) / 16; }
     // 8 + offset / 2^12 rounded to nearest.
-    static constexpr int32_t kEstimateBase =
-        8 + (M.offset >= 0 ? M.offset + 2048 : M.offset - 2048) / 4096;
+    static constexpr int32_t estimateBase(int32_t offset) {
+        return 8 + (offset >= 0 ? offset + 2048 : offset - 2048) / 4096;
+    }
     static_assert(estimateFactor(M.y) > 0 && estimateFactor(M.y) < 65536, "luma factor, unsigned");
     static_assert(estimateFactor(M.crToR) > -32768 && estimateFactor(M.crToR) < 32768 &&
                       estimateFactor(M.cbToG) > -32768 && estimateFactor(M.crToG) > -32768 &&
                       estimateFactor(M.cbToB) < 32768,
                   "chroma factors, signed");
-    static_assert(M.gOffsetDelta % 4096 == 0, "G's own offset moves the estimate by whole steps");
 
-    // The estimate and the low 16 bits of one output, its chroma terms added to the
-    // shared luma ones; then the corrected shift.
+    // The corrected shift of one output from its estimate and low 16 bits.
     template <class V>
     PXK_INLINE static V finish(V estimate, V low) {
         return srai16<4>(sub16(estimate, srli16<12>(low)));
@@ -278,27 +284,50 @@ struct InverseMatrixForm {
         const V cr = sub16(v.c[2], splat16<V>(128));
         const V cb256 = slli16<8>(cb);
         const V cr256 = slli16<8>(cr);
-        const V lumaEstimate =
-            add16(mulhiu16(slli16<8>(y), splat16<V>(estimateFactor(M.y))), splat16<V>(kEstimateBase));
-        const V lumaLow = addLow(splat16<V>(M.offset), y, M.y);
-        Lanes3<V> out;
-        out.c[0] = finish(addEstimate(lumaEstimate, cr256, M.crToR), addLow(lumaLow, cr, M.crToR));
-        V gEstimate = lumaEstimate, gLow = lumaLow;
-        if constexpr (M.gOffsetDelta != 0) {
-            gEstimate = add16(gEstimate, splat16<V>(M.gOffsetDelta / 4096));
-            gLow = add16(gLow, splat16<V>(M.gOffsetDelta));
+        const V lumaEstimate = mulhiu16(slli16<8>(y), splat16<V>(estimateFactor(M.y)));
+        const V lumaLow = mullo16(y, splat16<V>(M.y));
+        // Equal offsets give equal sums here, which the compiler computes once.
+        V estimate[3], low[3];
+        PXK_UNROLL
+        for (int c = 0; c < 3; ++c) {
+            estimate[c] = add16(lumaEstimate, splat16<V>(estimateBase(M.offset[c])));
+            low[c] = add16(lumaLow, splat16<V>(M.offset[c]));
         }
-        out.c[1] = finish(addEstimate(addEstimate(gEstimate, cb256, M.cbToG), cr256, M.crToG),
-                          addLow(addLow(gLow, cb, M.cbToG), cr, M.crToG));
-        out.c[2] = finish(addEstimate(lumaEstimate, cb256, M.cbToB), addLow(lumaLow, cb, M.cbToB));
+        Lanes3<V> out;
+        out.c[0] = finish(addEstimate(estimate[0], cr256, M.crToR), addLow(low[0], cr, M.crToR));
+        out.c[1] = finish(addEstimate(addEstimate(estimate[1], cb256, M.cbToG), cr256, M.crToG),
+                          addLow(addLow(low[1], cb, M.cbToG), cr, M.crToG));
+        out.c[2] = finish(addEstimate(estimate[2], cb256, M.cbToB), addLow(low[2], cb, M.cbToB));
         return out;
     }
 };
 
-inline constexpr InverseMatrix kRoundedMatrix{76282, 104593, -25689, -53279, 132184, -1187744};
-inline constexpr InverseMatrix kWideRoundedMatrix{76284, 104595, -25690, -53281, 132186, -1187776};
+inline constexpr InverseMatrix kRoundedMatrix = inverseMatrix(76282, 104593, -25689, -53279, 132184, -1187744);
+inline constexpr InverseMatrix kWideRoundedMatrix =
+    inverseMatrix(76284, 104595, -25690, -53281, 132186, -1187776);
 // No rounding half in the offset: results come out lower, on purpose.
-inline constexpr InverseMatrix kWideTruncatingMatrix{76284, 104595, -25690, -53281, 132186, -1220544};
+inline constexpr InverseMatrix kWideTruncatingMatrix =
+    inverseMatrix(76284, 104595, -25690, -53281, 132186, -1220544);
+// The 4:1:1 form: its own constants, rounded.
+inline constexpr InverseMatrix k411Matrix = inverseMatrix(76294, 104595, -25625, -53281, 132186, -1187936);
+// The filter form: its own constants, truncating (no rounding half).
+inline constexpr InverseMatrix kFilterMatrix = inverseMatrix(76309, 104597, -25675, -53279, 132201, -1220944);
+
+// The raw-chroma offset form works on Cb and Cr as they stand, with an offset of its
+// own in each output that is not derived from one rounding term (and holds no half).
+// In the terms of chroma less 128 each offset takes in the chroma coefficients
+// times 128.
+constexpr InverseMatrix rawChromaMatrix(int32_t y, int32_t crToR, int32_t cbToG, int32_t crToG, int32_t cbToB,
+                                        int32_t rawOffsetR, int32_t rawOffsetG, int32_t rawOffsetB) {
+    return InverseMatrix{y,
+                         crToR,
+                         cbToG,
+                         crToG,
+                         cbToB,
+                         {rawOffsetR + 128 * crToR, rawOffsetG + 128 * (cbToG + crToG), rawOffsetB + 128 * cbToB}};
+}
+inline constexpr InverseMatrix kRawChromaOffsetMatrix =
+    rawChromaMatrix(76284, 104595, -25690, -53281, 132186, -14608761, 8887730, -18140365);
 
 // The rounded form: offset 16 * 76282 less the rounding half.
 using RoundedForm = InverseMatrixForm<kRoundedMatrix>;
@@ -306,30 +335,60 @@ using RoundedForm = InverseMatrixForm<kRoundedMatrix>;
 using WideRoundedForm = InverseMatrixForm<kWideRoundedMatrix>;
 // The wide truncating form: the second set of constants without the rounding half.
 using WideTruncatingForm = InverseMatrixForm<kWideTruncatingMatrix>;
+using Form411 = InverseMatrixForm<k411Matrix>;
+using FilterForm = InverseMatrixForm<kFilterMatrix>;
+using RawChromaOffsetForm = InverseMatrixForm<kRawChromaOffsetMatrix>;
 
-// The high-product inverse form, at four fraction bits: every term the high product
-// of a coefficient and a sample times 128, truncated by itself.
-struct HighProductInverseForm {
+// Inverse forms at four fraction bits whose terms are each a high product truncated
+// by itself: h(k, x) = (k * x) >> 16 of a coefficient and a sample times 128 (luma less
+// 16), or the luma taken as 16 * Y where `y` is 0. G either adds the products of its
+// (signed) coefficients, or subtracts those of its (positive) ones: -h(k, x) and
+// h(-k, x) differ in their low bit, and each form keeps its own.
+struct HighProductInverse {
+    int32_t y;  // 0: luma is 16 * Y, not a product
+    int32_t crToR, cbToG, crToG, cbToB;
+    bool gSubtracts;
+};
+
+template <const HighProductInverse& K>
+struct HighProductInverseFormOf {
+    PXK_INLINE static int32_t gTerm(int32_t k, int32_t x) { return K.gSubtracts ? -highProduct(k, x) : highProduct(k, x); }
     PXK_INLINE static Pixel3 apply(Pixel3 p) {
-        const int32_t y = highProduct(9535, (p.c[0] - 16) * 128);
+        const int32_t y = K.y == 0 ? 16 * p.c[0] : highProduct(K.y, (p.c[0] - 16) * 128);
         const int32_t cb = (p.c[1] - 128) * 128, cr = (p.c[2] - 128) * 128;
-        return Pixel3{{clamp8(asr(y + highProduct(13074, cr) + 8, 4)),
-                       clamp8(asr(y - highProduct(6660, cr) - highProduct(3211, cb) + 8, 4)),
-                       clamp8(asr(y + highProduct(16523, cb) + 8, 4))}};
+        return Pixel3{{clamp8(asr(y + highProduct(K.crToR, cr) + 8, 4)),
+                       clamp8(asr(y + gTerm(K.crToG, cr) + gTerm(K.cbToG, cb) + 8, 4)),
+                       clamp8(asr(y + highProduct(K.cbToB, cb) + 8, 4))}};
     }
 
     template <class V>
+    PXK_INLINE static V addGTerm(V acc, V x, int32_t k) {
+        const V product = mulhi16(x, splat16<V>(k));
+        return K.gSubtracts ? sub16(acc, product) : add16(acc, product);
+    }
+    template <class V>
     PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
         // The rounding 8 is added once, to the luma term that all three outputs share.
-        const V y = add16(mulhi16(slli16<7>(sub16(v.c[0], splat16<V>(16))), splat16<V>(9535)), splat16<V>(8));
+        const V luma = K.y == 0 ? slli16<4>(v.c[0])
+                                : mulhi16(slli16<7>(sub16(v.c[0], splat16<V>(16))), splat16<V>(K.y));
+        const V y = add16(luma, splat16<V>(8));
         const V cb = slli16<7>(sub16(v.c[1], splat16<V>(128)));
         const V cr = slli16<7>(sub16(v.c[2], splat16<V>(128)));
-        const V r = add16(y, mulhi16(cr, splat16<V>(13074)));
-        const V g = sub16(sub16(y, mulhi16(cr, splat16<V>(6660))), mulhi16(cb, splat16<V>(3211)));
-        const V b = add16(y, mulhi16(cb, splat16<V>(16523)));
+        const V r = add16(y, mulhi16(cr, splat16<V>(K.crToR)));
+        const V g = addGTerm(addGTerm(y, cr, K.crToG), cb, K.cbToG);
+        const V b = add16(y, mulhi16(cb, splat16<V>(K.cbToB)));
         return Lanes3<V>{{srai16<4>(r), srai16<4>(g), srai16<4>(b)}};
     }
 };
+
+// The high-product inverse form: y = h(9535, (Y - 16) * 128); G subtracts h(6660, cr)
+// and h(3211, cb).
+inline constexpr HighProductInverse kHighProductInverse{9535, 13074, 3211, 6660, 16523, true};
+// The high-product 4:1:1 and 4:2:2 form: 9536 on luma, and G adds h(-3203, cb) and
+// h(-6660, cr).
+inline constexpr HighProductInverse kHighProduct411{9536, 13074, -3203, -6660, 16523, false};
+using HighProductInverseForm = HighProductInverseFormOf<kHighProductInverse>;
+using HighProduct411Form = HighProductInverseFormOf<kHighProduct411>;
 
 }  // namespace yuv
 }  // namespace pxk

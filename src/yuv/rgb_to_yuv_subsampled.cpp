@@ -87,22 +87,15 @@ void yuv422ToPlanes(PlaneRows<In> source, uint8_t* const dst[3], const int32_t d
         source, rows(dst[0], dstStep[0]), rows(dst[1], dstStep[1]), rows(dst[2], dstStep[2]));
 }
 
-// The forms without R: rows that touch (width * height of at least 256, an even width)
-// are converted as one long row, in two runs: the first (width * height) - (width *
-// height) % 8 pixels, then the rest, so that vector blocks run across the ends of image
-// rows. Otherwise the rows are walked with the derived steps: chroma planes of
-// width / 2 + width % 2. (A count past 2^31 - 1 pixels walks rows too.)
+// The forms without R: rows that touch are converted as one long row (see
+// runAsOneLongRow). Otherwise the rows are walked with the derived steps: chroma
+// planes of width / 2 + width % 2.
 template <class In>
 PxkResult yuv422WithoutSteps(const In& source, uint8_t* const dst[3], PxkSize size) {
-    const int64_t pixels = int64_t{size.width} * size.height;
-    if (pixels >= 256 && size.width % 2 == 0 && pixels <= INT32_MAX) {
-        const int32_t total = static_cast<int32_t>(pixels);
-        const int32_t first = total - total % 8;
-        yuv422Row(source, PlanarSink{dst[0], dst[1], dst[2]}, first);
-        In rest = source;
-        for (int i = 0; i < In::kPlanes; ++i) rest.plane[i] += static_cast<std::ptrdiff_t>(first) * In::kBytes;
-        yuv422Row(rest, PlanarSink{dst[0] + first, dst[1] + first / 2, dst[2] + first / 2}, total - first);
-    } else {
+    const bool longRow = runAsOneLongRow(size, [&](int32_t start, int32_t count) {
+        yuv422Row(shiftedBy(source, start), PlanarSink{dst[0] + start, dst[1] + start / 2, dst[2] + start / 2}, count);
+    });
+    if (!longRow) {
         const int32_t chromaStep = size.width / 2 + size.width % 2;
         const int32_t steps[3] = {size.width, chromaStep, chromaStep};
         yuv422ToPlanes(planeRows(source, size.width * In::kBytes), dst, steps, size);

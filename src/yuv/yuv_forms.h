@@ -133,15 +133,24 @@ struct YuvHighProductForm {
 
 // The inverse forms at a scale of 2^16 with Y taken whole (65536): the studio-range
 // inverse body serves them, with U and V in the places of Cb and Cr.
-inline constexpr InverseMatrix kFullRoundedMatrix{65536, 74711, -25821, -38076, 133169, 32768};
+inline constexpr InverseMatrix kFullRoundedMatrix = inverseMatrix(65536, 74711, -25821, -38076, 133169, 32768);
 // The same, with no rounding term in G.
-inline constexpr InverseMatrix kHalfRoundedMatrix{65536, 74711, -25821, -38076, 133169, 32768, -32768};
+inline constexpr InverseMatrix kHalfRoundedMatrix{65536, 74711, -25821, -38076, 133169, {32768, 0, 32768}};
 // Each coefficient one lower, and no rounding term.
-inline constexpr InverseMatrix kTruncatingMatrix{65536, 74710, -25820, -38075, 133168, 0};
+inline constexpr InverseMatrix kTruncatingMatrix = inverseMatrix(65536, 74710, -25820, -38075, 133168, 0);
+// The full rounded constants with no rounding term in any output.
+inline constexpr InverseMatrix kTruncatingFullMatrix = inverseMatrix(65536, 74711, -25821, -38076, 133169, 0);
 
 using FullRoundedForm = InverseMatrixForm<kFullRoundedMatrix>;
 using HalfRoundedForm = InverseMatrixForm<kHalfRoundedMatrix>;
 using TruncatingForm = InverseMatrixForm<kTruncatingMatrix>;
+// The truncating form with the full constants (4:2:0 and 4:2:2 members).
+using TruncatingFullForm = InverseMatrixForm<kTruncatingFullMatrix>;
+
+// The sixteenths form of the 4:2:0 and 4:2:2 vector blocks with an alpha byte: 16 Y
+// plus high products of U and V times 128, at four fraction bits; G subtracts its two.
+inline constexpr HighProductInverse kSixteenths{0, 9338, 3227, 4759, 16646, true};
+using SixteenthsForm = HighProductInverseFormOf<kSixteenths>;
 
 // The high-product inverse forms of the vector blocks: Y plus high products of the
 // colour differences times 2^Shift. The octet form (Shift 3) adds them to Y; the
@@ -191,6 +200,8 @@ inline constexpr InverseHighProduct kDoubledProducts{9338, -3227, -4759, 16645};
 using OctetForm = YuvInverseHighProductForm<kOctetProducts, 3>;
 // The doubled form, for 16-pixel blocks: U and V times 16, Y doubled, the sum halved.
 using DoubledForm = YuvInverseHighProductForm<kDoubledProducts, 4>;
+// The doubled form with the octet form's constants (9339, -3228, -4760, 16646).
+using Doubled9339Form = YuvInverseHighProductForm<kOctetProducts, 4>;
 
 }  // namespace yuv
 }  // namespace pxk

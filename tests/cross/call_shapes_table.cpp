@@ -35,7 +35,10 @@ namespace pxkcross {
 
 const std::vector<ShapeRow>& callShapeRows() {
     static const std::vector<ShapeRow> rows = {
-        // No export of the list needs a row yet.
+        // Planes of different sizes on the source side, three planes of one size on the
+        // destination side.
+        {"pxkiYUV420ToRGB_8u_P3R", "src step[] dst step size"},
+        {"pxkiYUV422ToRGB_8u_P3R", "src step[] dst step size"},
     };
     return rows;
 }

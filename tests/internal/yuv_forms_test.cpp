@@ -116,6 +116,26 @@ TEST(YuvForms, TruncatingBlockMatchesTail) {
 TEST(YuvForms, OctetBlockMatchesTail) { EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::OctetForm>("octet"), 0); }
 TEST(YuvForms, DoubledBlockMatchesTail) { EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::DoubledForm>("doubled"), 0); }
 
+// The inverse forms of the subsampled members that vector blocks use, and those whose
+// vector twin serves every column.
+TEST(YuvForms, HighProduct411BlockMatchesTail) {
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::HighProduct411Form>("high-product 411 and 422"), 0);
+}
+TEST(YuvForms, Form411BlockMatchesTail) { EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::Form411>("411"), 0); }
+TEST(YuvForms, FilterBlockMatchesTail) { EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::FilterForm>("filter"), 0); }
+TEST(YuvForms, RawChromaOffsetBlockMatchesTail) {
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::RawChromaOffsetForm>("raw-chroma offset"), 0);
+}
+TEST(YuvForms, TruncatingFullBlockMatchesTail) {
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::TruncatingFullForm>("truncating, full constants"), 0);
+}
+TEST(YuvForms, SixteenthsBlockMatchesTail) {
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::SixteenthsForm>("sixteenths"), 0);
+}
+TEST(YuvForms, Doubled9339BlockMatchesTail) {
+    EXPECT_EQ(countDisagreementsAllWidths<pxk::yuv::Doubled9339Form>("doubled 9339"), 0);
+}
+
 // The paired form also works on blocks in quad order, where one output vector can mix
 // two rows; every pixel must still match the scalar form.
 TEST(YuvForms, PairedQuadBlockMatchesTail) {
@@ -191,6 +211,23 @@ TEST(YuvForms, FormsThatExportsMixDiffer) {
                         [](pxk::Pixel3 p) { return TruncatingForm::apply(p); }));
     EXPECT_TRUE(differs([](pxk::Pixel3 p) { return FullRoundedForm::apply(p); },
                         [](pxk::Pixel3 p) { return HalfRoundedForm::apply(p); }));
+    // The subsampled members' pairs of block and tail forms.
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return HighProduct411Form::apply(p); },
+                        [](pxk::Pixel3 p) { return HighProductInverseForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return HighProduct411Form::apply(p); },
+                        [](pxk::Pixel3 p) { return RawChromaOffsetForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return HighProduct411Form::apply(p); },
+                        [](pxk::Pixel3 p) { return Form411::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return SixteenthsForm::apply(p); },
+                        [](pxk::Pixel3 p) { return HalfRoundedForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return SixteenthsForm::apply(p); },
+                        [](pxk::Pixel3 p) { return TruncatingFullForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return DoubledForm::apply(p); },
+                        [](pxk::Pixel3 p) { return TruncatingFullForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return Doubled9339Form::apply(p); },
+                        [](pxk::Pixel3 p) { return DoubledForm::apply(p); }));
+    EXPECT_TRUE(differs([](pxk::Pixel3 p) { return RawChromaOffsetForm::apply(p); },
+                        [](pxk::Pixel3 p) { return WideTruncatingForm::apply(p); }));
 }
 
 }  // namespace
