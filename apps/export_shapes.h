@@ -29,6 +29,15 @@ using PlanarToPlanarSteps = PxkResult (*)(const uint8_t* const[3], const int32_t
 using PackedToPlanarTight = PxkResult (*)(const uint8_t*, uint8_t* const[3], PxkSize);
 using PackedToTwoPlanes = PxkResult (*)(const uint8_t*, int32_t, uint8_t*, int32_t, uint8_t*, int32_t, PxkSize);
 using PlanarToPlanarTight = PxkResult (*)(const uint8_t* const[3], uint8_t* const[3], PxkSize);
+using TwoPlanesToPacked = PxkResult (*)(const uint8_t*, int32_t, const uint8_t*, int32_t, uint8_t*, int32_t, PxkSize);
+using TwoPlanesToPackedAlpha = PxkResult (*)(const uint8_t*, int32_t, const uint8_t*, int32_t, uint8_t*, int32_t,
+                                             PxkSize, uint8_t);
+using PlanarStepsToPacked = PxkResult (*)(const uint8_t* const[3], const int32_t[3], uint8_t*, int32_t, PxkSize);
+using PlanarStepsToPackedAlpha = PxkResult (*)(const uint8_t* const[3], const int32_t[3], uint8_t*, int32_t, PxkSize,
+                                               uint8_t);
+using PlanarStepsToPlanar = PxkResult (*)(const uint8_t* const[3], const int32_t[3], uint8_t* const[3], int32_t,
+                                          PxkSize);
+using PlanarToPackedTight = PxkResult (*)(const uint8_t* const[3], uint8_t*, PxkSize);
 
 template <class Image>
 PxkSize regionOf(const Image& image) {
@@ -101,6 +110,39 @@ PxkResult packedToPlanarTight(PackedToPlanarTight f, const Image& s, Image& d) {
 template <class Image>
 PxkResult planarToPlanarTight(PlanarToPlanarTight f, const Image& s, Image& d) {
     return f(s.planes(), d.planes(), regionOf(s));
+}
+
+// From a Y plane and a plane of chroma pairs: the source image's first two planes.
+template <class Image>
+PxkResult twoPlanesToPacked(TwoPlanesToPacked f, const Image& s, Image& d) {
+    return f(s.planes()[0], s.steps()[0], s.planes()[1], s.steps()[1], d.data(), d.step(), regionOf(s));
+}
+
+template <class Image>
+PxkResult twoPlanesToPackedAlpha(TwoPlanesToPackedAlpha f, const Image& s, Image& d, uint8_t alpha = 0xFF) {
+    return f(s.planes()[0], s.steps()[0], s.planes()[1], s.steps()[1], d.data(), d.step(), regionOf(s), alpha);
+}
+
+// Source planes of their own sizes, one step a plane.
+template <class Image>
+PxkResult planarStepsToPacked(PlanarStepsToPacked f, const Image& s, Image& d) {
+    return f(s.planes(), s.steps(), d.data(), d.step(), regionOf(s));
+}
+
+template <class Image>
+PxkResult planarStepsToPackedAlpha(PlanarStepsToPackedAlpha f, const Image& s, Image& d, uint8_t alpha = 0xFF) {
+    return f(s.planes(), s.steps(), d.data(), d.step(), regionOf(s), alpha);
+}
+
+// Source planes of their own sizes into planes of one size with one step.
+template <class Image>
+PxkResult planarStepsToPlanar(PlanarStepsToPlanar f, const Image& s, Image& d) {
+    return f(s.planes(), s.steps(), d.planes(), d.step(), regionOf(s));
+}
+
+template <class Image>
+PxkResult planarToPackedTight(PlanarToPackedTight f, const Image& s, Image& d) {
+    return f(s.planes(), d.data(), regionOf(s));
 }
 
 // ---- one function per export: export given at compile time ----

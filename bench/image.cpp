@@ -25,6 +25,7 @@ int bytesPerFourPixels(Layout layout) {
     case Layout::P4: return 16;
     case Layout::C2: return 8;
     case Layout::P420: return 6;
+    case Layout::P2: return 6;
     case Layout::P422: return 8;
     case Layout::P411: return 6;
     }
@@ -39,6 +40,7 @@ int planeCount(Layout layout) {
     case Layout::P420:
     case Layout::P422:
     case Layout::P411: return 3;
+    case Layout::P2: return 2;
     case Layout::P4: return 4;
     default: return 1;
     }
@@ -55,6 +57,7 @@ const char* layoutName(Layout layout) {
     case Layout::P420: return "P420";
     case Layout::P422: return "P422";
     case Layout::P411: return "P411";
+    case Layout::P2: return "P2";
     }
     return "?";
 }

@@ -21,7 +21,8 @@ enum class Layout {
     C2,   // 2 bytes per pixel: Y0 Cb Y1 Cr for each pair
     P420, // three planes, chroma at half width and half height (steps as an array)
     P422, // three planes, chroma at half width (steps as an array)
-    P411  // three planes, chroma at quarter width (steps as an array)
+    P411, // three planes, chroma at quarter width (steps as an array)
+    P2    // a Y plane and a plane of chroma pairs at half height (a step each)
 };
 
 // Bytes of one interleaved pixel (packed layouts; 1 for planar ones).

@@ -47,6 +47,26 @@ int toPacked(const Image& s, Image& d) {
     return F(s.data(), s.step(), d.data(), d.step(), s.width(), s.height());
 }
 
+// Three planes of their own sizes (I420, I422) to packed pixels.
+using FromPlanes = int (*)(const uint8_t*, int, const uint8_t*, int, const uint8_t*, int, uint8_t*, int, int, int);
+
+template <FromPlanes F>
+int fromPlanes(const Image& s, Image& d) {
+    const uint8_t* const* p = s.planes();
+    const int32_t* st = s.steps();
+    return F(p[0], st[0], p[1], st[1], p[2], st[2], d.data(), d.step(), s.width(), s.height());
+}
+
+// A Y plane and a plane of chroma pairs (NV12, NV21) to packed pixels.
+using FromTwoPlanes = int (*)(const uint8_t*, int, const uint8_t*, int, uint8_t*, int, int, int);
+
+template <FromTwoPlanes F>
+int fromTwoPlanes(const Image& s, Image& d) {
+    const uint8_t* const* p = s.planes();
+    const int32_t* st = s.steps();
+    return F(p[0], st[0], p[1], st[1], d.data(), d.step(), s.width(), s.height());
+}
+
 // libyuv picks its code paths from process-wide processor flags. Each call runs twice:
 // as the library chooses (AVX2 where present), and held to SSSE3 and below, the
 // nearest to our SSE2 build. The mask is set before a measurement and lifted after
@@ -118,6 +138,49 @@ std::vector<Case> libyuvCases() {
     addBoth(cases, {"libyuv/ARGBToUYVY", Layout::AC4, Layout::C2, Content::Rgb, toPacked<libyuv::ARGBToUYVY>,
                     {"pxkiRGBToYCrCb422_8u_C3C2R", "pxkiRGBToYCrCb422_8u_P3C2R"},
                     "B,G,R,A source bytes, U Y0 V Y1"});
+    addBoth(cases, {"libyuv/I420ToRGB24", Layout::P420, Layout::C3, Content::YCbCr, fromPlanes<libyuv::I420ToRGB24>,
+                    {"pxkiYCbCr420ToBGR_8u_P3C3R", "pxkiYUV420ToBGR_8u_P3C3R"},
+                    "same layouts and byte order (B,G,R)"});
+    addBoth(cases, {"libyuv/I420ToRAW", Layout::P420, Layout::C3, Content::YCbCr, fromPlanes<libyuv::I420ToRAW>,
+                    {"pxkiYCbCr420ToRGB_8u_P3C3R", "pxkiYUV420ToRGB_8u_P3C3R", "pxkiYUV420ToRGB_8u_P3C3",
+                     "pxkiYUV420ToRGB_8u_P3R", "pxkiYUV420ToRGB_8u_P3"},
+                    "same layouts and byte order (R,G,B)"});
+    addBoth(cases, {"libyuv/I420ToARGB", Layout::P420, Layout::C4, Content::YCbCr, fromPlanes<libyuv::I420ToARGB>,
+                    {"pxkiYCbCr420ToBGR_8u_P3C4R", "pxkiYCrCb420ToBGR_Filter_8u_P3C4R"},
+                    "same layouts and byte order (B,G,R,A), alpha 255"});
+    addBoth(cases, {"libyuv/I420ToABGR", Layout::P420, Layout::C4, Content::YCbCr, fromPlanes<libyuv::I420ToABGR>,
+                    {"pxkiYCrCb420ToRGB_8u_P3C4R", "pxkiYUV420ToRGB_8u_P3AC4R"},
+                    "same layouts and byte order (R,G,B,A), alpha 255"});
+    addBoth(cases, {"libyuv/NV12ToRGB24", Layout::P2, Layout::C3, Content::YCbCr,
+                    fromTwoPlanes<libyuv::NV12ToRGB24>,
+                    {"pxkiYCbCr420ToBGR_8u_P2C3R", "pxkiYCbCr420ToRGB_8u_P2C3R"},
+                    "same layouts (Cb,Cr pairs), B,G,R"});
+    addBoth(cases, {"libyuv/NV21ToRGB24", Layout::P2, Layout::C3, Content::YCbCr,
+                    fromTwoPlanes<libyuv::NV21ToRGB24>,
+                    {"pxkiYCrCb420ToBGR_8u_P2C3R", "pxkiYCrCb420ToRGB_8u_P2C3R"},
+                    "same layouts (Cr,Cb pairs), B,G,R"});
+    addBoth(cases, {"libyuv/NV12ToARGB", Layout::P2, Layout::C4, Content::YCbCr, fromTwoPlanes<libyuv::NV12ToARGB>,
+                    {"pxkiYCbCr420ToBGR_8u_P2C4R", "pxkiYCbCr420ToRGB_8u_P2C4R"},
+                    "same layouts (Cb,Cr pairs), B,G,R,A, alpha 255"});
+    addBoth(cases, {"libyuv/NV21ToARGB", Layout::P2, Layout::C4, Content::YCbCr, fromTwoPlanes<libyuv::NV21ToARGB>,
+                    {"pxkiYCrCb420ToBGR_8u_P2C4R", "pxkiYCrCb420ToRGB_8u_P2C4R"},
+                    "same layouts (Cr,Cb pairs), B,G,R,A, alpha 255"});
+    addBoth(cases, {"libyuv/YUY2ToARGB", Layout::C2, Layout::C4, Content::YCbCr, toPacked<libyuv::YUY2ToARGB>,
+                    {"pxkiYCbCr422ToBGR_8u_C2C4R", "pxkiYCbCr422ToRGB_8u_C2C4R", "pxkiYCbCr422ToBGR_8u_C2C3R",
+                     "pxkiYCbCr422ToRGB_8u_C2C3R", "pxkiYUV422ToRGB_8u_C2C3R", "pxkiYCbCr422ToRGB_8u_C2P3R"},
+                    "same source layout (Y0 Cb Y1 Cr), B,G,R,A"});
+    addBoth(cases, {"libyuv/UYVYToARGB", Layout::C2, Layout::C4, Content::YCbCr, toPacked<libyuv::UYVYToARGB>,
+                    {"pxkiYCrCb422ToBGR_8u_C2C4R", "pxkiYCrCb422ToRGB_8u_C2C4R", "pxkiYCrCb422ToBGR_8u_C2C3R",
+                     "pxkiYCrCb422ToRGB_8u_C2C3R", "pxkiYCrCb422ToRGB_8u_C2P3R"},
+                    "Cb Y0 Cr Y1 source (ours: Y0 Cr Y1 Cb), B,G,R,A"});
+    addBoth(cases, {"libyuv/I422ToARGB", Layout::P422, Layout::C4, Content::YCbCr, fromPlanes<libyuv::I422ToARGB>,
+                    {"pxkiYUV422ToRGB_8u_P3AC4R", "pxkiYCbCr411ToBGR_8u_P3C4R"},
+                    "same layouts, B,G,R,A"});
+    addBoth(cases, {"libyuv/I422ToRGB24", Layout::P422, Layout::C3, Content::YCbCr, fromPlanes<libyuv::I422ToRGB24>,
+                    {"pxkiYCbCr422ToBGR_8u_P3C3R", "pxkiYCbCr422ToRGB_8u_P3C3R", "pxkiYUV422ToRGB_8u_P3C3R",
+                     "pxkiYUV422ToRGB_8u_P3C3", "pxkiYUV422ToRGB_8u_P3R", "pxkiYUV422ToRGB_8u_P3",
+                     "pxkiYCbCr411ToBGR_8u_P3C3R"},
+                    "same layouts, B,G,R"});
     return cases;
 }
 #else

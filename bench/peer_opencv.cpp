@@ -34,6 +34,20 @@ int cvtColorToI420(const Image& s, Image& d) {
     }
 }
 
+// Planar or semi-planar 4:2:0 (Y rows, then the chroma rows, in one buffer) to packed
+// pixels: read from the source's first plane, whose buffer holds the rest after it.
+template <int Code, int DstChannels>
+int cvtColorFrom420(const Image& s, Image& d) {
+    try {
+        const cv::Mat src(s.height() * 3 / 2, s.width(), CV_8UC1, const_cast<uint8_t*>(s.planes()[0]));
+        cv::Mat dst = wrap(d);
+        cv::cvtColor(src, dst, Code, DstChannels);
+        return dst.data == d.data() ? 0 : -1;
+    } catch (const cv::Exception&) {
+        return -1;
+    }
+}
+
 template <int Code, int DstChannels>
 int cvtColorInto(const Image& s, Image& d) {
     try {
@@ -86,6 +100,44 @@ std::vector<Case> openCvCases() {
          {"pxkiRGBToYUV420_8u_C3P3R", "pxkiRGBToYUV420_8u_C3P3", "pxkiRGBToYUV420_8u_P3R", "pxkiRGBToYUV420_8u_P3",
           "pxkiBGRToYUV420_8u_AC4P3R"},
          "studio-range matrix, planes in one buffer"},
+        {"opencv/cvtColor_YUV2RGB_I420", Layout::P420, Layout::C3, Content::YCbCr,
+         cvtColorFrom420<cv::COLOR_YUV2RGB_I420, 3>,
+         {"pxkiYCbCr420ToRGB_8u_P3C3R", "pxkiYCbCr420ToBGR_8u_P3C3R", "pxkiYUV420ToRGB_8u_P3C3R",
+          "pxkiYUV420ToRGB_8u_P3C3", "pxkiYUV420ToBGR_8u_P3C3R", "pxkiYUV420ToRGB_8u_P3R", "pxkiYUV420ToRGB_8u_P3"},
+         "studio-range matrix, planes in one buffer"},
+        {"opencv/cvtColor_YUV2BGRA_I420", Layout::P420, Layout::C4, Content::YCbCr,
+         cvtColorFrom420<cv::COLOR_YUV2BGRA_I420, 4>,
+         {"pxkiYCbCr420ToBGR_8u_P3C4R", "pxkiYCrCb420ToRGB_8u_P3C4R", "pxkiYCrCb420ToBGR_Filter_8u_P3C4R",
+          "pxkiYUV420ToRGB_8u_P3AC4R"},
+         "studio-range matrix, planes in one buffer, alpha 255"},
+        {"opencv/cvtColor_YUV2RGB_NV12", Layout::P2, Layout::C3, Content::YCbCr,
+         cvtColorFrom420<cv::COLOR_YUV2RGB_NV12, 3>,
+         {"pxkiYCbCr420ToRGB_8u_P2C3R", "pxkiYCbCr420ToBGR_8u_P2C3R"},
+         "studio-range matrix, Y plane and Cb,Cr pairs in one buffer"},
+        {"opencv/cvtColor_YUV2RGB_NV21", Layout::P2, Layout::C3, Content::YCbCr,
+         cvtColorFrom420<cv::COLOR_YUV2RGB_NV21, 3>,
+         {"pxkiYCrCb420ToRGB_8u_P2C3R", "pxkiYCrCb420ToBGR_8u_P2C3R"},
+         "studio-range matrix, Y plane and Cr,Cb pairs in one buffer"},
+        {"opencv/cvtColor_YUV2BGRA_NV12", Layout::P2, Layout::C4, Content::YCbCr,
+         cvtColorFrom420<cv::COLOR_YUV2BGRA_NV12, 4>,
+         {"pxkiYCbCr420ToRGB_8u_P2C4R", "pxkiYCbCr420ToBGR_8u_P2C4R", "pxkiYCrCb420ToRGB_8u_P2C4R",
+          "pxkiYCrCb420ToBGR_8u_P2C4R"},
+         "studio-range matrix, Y plane and chroma pairs in one buffer, alpha 255"},
+        {"opencv/cvtColor_YUV2RGB_YUY2", Layout::C2, Layout::C3, Content::YCbCr,
+         cvtColorInto<cv::COLOR_YUV2RGB_YUY2, 3>,
+         {"pxkiYCbCr422ToRGB_8u_C2C3R", "pxkiYCbCr422ToBGR_8u_C2C3R", "pxkiYCrCb422ToRGB_8u_C2C3R",
+          "pxkiYCrCb422ToBGR_8u_C2C3R", "pxkiYUV422ToRGB_8u_C2C3R", "pxkiYCbCr422ToRGB_8u_C2P3R",
+          "pxkiYCrCb422ToRGB_8u_C2P3R"},
+         "studio-range matrix, Y0 U Y1 V"},
+        {"opencv/cvtColor_YUV2BGRA_YUY2", Layout::C2, Layout::C4, Content::YCbCr,
+         cvtColorInto<cv::COLOR_YUV2BGRA_YUY2, 4>,
+         {"pxkiYCbCr422ToBGR_8u_C2C4R", "pxkiYCbCr422ToRGB_8u_C2C4R", "pxkiYCrCb422ToBGR_8u_C2C4R",
+          "pxkiYCrCb422ToRGB_8u_C2C4R"},
+         "studio-range matrix, Y0 U Y1 V, alpha 255"},
+        {"opencv/cvtColor_YUV2RGB_UYVY", Layout::C2, Layout::C3, Content::YCbCr,
+         cvtColorInto<cv::COLOR_YUV2RGB_UYVY, 3>,
+         {},
+         "studio-range matrix, U Y0 V Y1"},
     };
 }
 #else

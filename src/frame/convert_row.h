@@ -54,6 +54,18 @@ struct ColumnForms {
     // there are none.
     static constexpr bool kHasQuads = !Reorder && detail::HasQuadApply<BlockForm>::value;
     PXK_INLINE static Quads16 blockQuads(const Quads16& v) { return BlockForm::apply(v); }
+    // The block form in two parts (chroma terms, then each pixel's luma), for blocks
+    // whose pixels share their chroma.
+    template <class V>
+    PXK_INLINE static auto chromaTerms(V c1, V c2) {
+        return BlockForm::chromaTerms(c1, c2);
+    }
+    template <class V, class T>
+    PXK_INLINE static Lanes3<V> withLuma(V y, const T& terms) {
+        Lanes3<V> r = BlockForm::withLuma(y, terms);
+        if (Reorder) std::swap(r.c[0], r.c[2]);
+        return r;
+    }
     PXK_INLINE static Pixel3 tail(Pixel3 p) {
         Pixel3 r = Tail::apply(p);
         if (Reorder) std::swap(r.c[0], r.c[2]);

@@ -55,6 +55,12 @@ struct Quads16 {
     vec::V128 v[6];
 };
 
+// N vectors of terms that a form computes once for pixels that share them.
+template <class V, int N>
+struct Terms {
+    V v[N];
+};
+
 // One pixel of three 8-bit channels, for the scalar tails.
 struct Pixel3 {
     uint8_t c[3];

@@ -18,15 +18,6 @@ namespace pxk {
 
 namespace simd {
 
-// Chroma bytes (per lane), `Group` pixels to a sample, as the block's two halves.
-template <int Group, class V>
-PXK_INLINE void replicatedChroma(V samples, V& half0, V& half1) {
-    static_assert(Group == 2 || Group == 4, "pairs or groups of four");
-    V perPair = unpacklo8(samples, zero<V>());
-    if constexpr (Group == 4) perPair = unpacklo16(perPair, perPair);
-    pairSharedHalves(perPair, half0, half1);
-}
-
 // Sixteen bytes (per lane) of interleaved pairs: the first of each pair and the
 // second of each pair, eight 16-bit values each.
 template <class V>
@@ -35,14 +26,27 @@ PXK_INLINE void splitPairs(V bytes, V& first, V& second) {
     second = srli16<8>(bytes);
 }
 
-// Sixteen bytes (per lane) of chroma pairs, the first of each pair for channel
-// FirstChannel and the second for the other, as the block's chroma halves.
+// Sixteen bytes (per lane) of chroma pairs as one 16-bit value a pair for each of
+// channels 1 and 2: the first byte of each pair for channel FirstChannel.
 template <int FirstChannel, class V>
-PXK_INLINE void pairedChroma(V pairBytes, Block<V>& out) {
+PXK_INLINE void pairedChroma(V pairBytes, V& c1, V& c2) {
     V first, second;
     splitPairs(pairBytes, first, second);
-    pairSharedHalves(first, out.half[0].c[FirstChannel], out.half[1].c[FirstChannel]);
-    pairSharedHalves(second, out.half[0].c[3 - FirstChannel], out.half[1].c[3 - FirstChannel]);
+    c1 = FirstChannel == 1 ? first : second;
+    c2 = FirstChannel == 1 ? second : first;
+}
+
+// The block of a layout that reads luma (loadLuma) and one chroma value a pair of
+// pixels (loadChroma).
+template <class V, class Layout>
+PXK_INLINE Block<V> sharedChromaBlock(const Layout& layout, int32_t x) {
+    Block<V> out;
+    layout.loadLuma(x, out.half[0].c[0], out.half[1].c[0]);
+    V c[2];
+    layout.loadChroma(x, c[0], c[1]);
+    PXK_UNROLL
+    for (int i = 0; i < 2; ++i) pairSharedHalves(c[i], out.half[0].c[1 + i], out.half[1].c[1 + i]);
+    return out;
 }
 
 }  // namespace simd
@@ -70,17 +74,28 @@ struct ReplicatedPlanesIn {
     static constexpr std::ptrdiff_t planeOffset(int i, int32_t x) { return i == 0 ? x : (x >> Shift); }
 
     template <class V>
-    PXK_INLINE Block<V> load(int32_t x) const {
+    PXK_INLINE void loadLuma(int32_t x, V& half0, V& half1) const {
+        simd::toHalves(vec::loadLanes<V, 16>(plane[0] + x), half0, half1);
+    }
+    // One 16-bit value a pair of pixels (a group of four gives two equal pairs).
+    template <class V>
+    PXK_INLINE void loadChroma(int32_t x, V& c1, V& c2) const {
+        c1 = samples<V>(plane[1] + (x >> Shift));
+        c2 = samples<V>(plane[2] + (x >> Shift));
+    }
+    template <class V>
+    PXK_INLINE static V samples(const uint8_t* p) {
         using namespace vec;
-        Block<V> out;
-        simd::toHalves(vec::loadLanes<V, 16>(plane[0] + x), out.half[0].c[0], out.half[1].c[0]);
-        PXK_UNROLL
-        for (int c = 1; c < 3; ++c) {
-            const uint8_t* p = plane[c] + (x >> Shift);
-            const V samples = Shift == 1 ? vec::loadLowHalves<V>(p) : vec::loadLowQuarters<V>(p);
-            simd::replicatedChroma<1 << Shift>(samples, out.half[0].c[c], out.half[1].c[c]);
+        if constexpr (Shift == 1) {
+            return unpacklo8(loadLowHalves<V>(p), zero<V>());
+        } else {
+            const V perGroup = unpacklo8(loadLowQuarters<V>(p), zero<V>());
+            return unpacklo16(perGroup, perGroup);
         }
-        return out;
+    }
+    template <class V>
+    PXK_INLINE Block<V> load(int32_t x) const {
+        return simd::sharedChromaBlock<V>(*this, x);
     }
     PXK_INLINE Pixel3 load1(int32_t x) const {
         return Pixel3{{plane[0][x], plane[1][x >> Shift], plane[2][x >> Shift]}};
@@ -97,12 +112,16 @@ struct ChromaPairsIn {
     const uint8_t* plane[2];
 
     template <class V>
+    PXK_INLINE void loadLuma(int32_t x, V& half0, V& half1) const {
+        simd::toHalves(vec::loadLanes<V, 16>(plane[0] + x), half0, half1);
+    }
+    template <class V>
+    PXK_INLINE void loadChroma(int32_t x, V& c1, V& c2) const {
+        simd::pairedChroma<FirstChannel>(vec::loadLanes<V, 16>(plane[1] + x), c1, c2);
+    }
+    template <class V>
     PXK_INLINE Block<V> load(int32_t x) const {
-        using namespace vec;
-        Block<V> out;
-        simd::toHalves(vec::loadLanes<V, 16>(plane[0] + x), out.half[0].c[0], out.half[1].c[0]);
-        simd::pairedChroma<FirstChannel>(loadLanes<V, 16>(plane[1] + x), out);
-        return out;
+        return simd::sharedChromaBlock<V>(*this, x);
     }
     PXK_INLINE Pixel3 load1(int32_t x) const {
         const uint8_t* pair = plane[1] + (x & ~1);
@@ -119,17 +138,32 @@ struct PackedC2In {
     static constexpr int kBytes = 2;
     const uint8_t* plane[1];
 
+    // The 32 bytes of 16 pixels (per lane) as two vectors of 16-bit lanes: the low
+    // bytes hold the luma, the high bytes the chroma.
+    template <class V>
+    PXK_INLINE void loadWords(int32_t x, V& a, V& b) const {
+        const uint8_t* p = plane[0] + pixelOffset<2>(x);
+        a = vec::loadLanes<V, 32>(p);
+        b = vec::loadLanes<V, 32>(p + 16);
+    }
+    template <class V>
+    PXK_INLINE void loadLuma(int32_t x, V& half0, V& half1) const {
+        using namespace vec;
+        V a, b;
+        loadWords(x, a, b);
+        const V lowBytes = splat16<V>(0x00FF);
+        simd::toHalves(packus16(and_(a, lowBytes), and_(b, lowBytes)), half0, half1);
+    }
+    template <class V>
+    PXK_INLINE void loadChroma(int32_t x, V& c1, V& c2) const {
+        using namespace vec;
+        V a, b;
+        loadWords(x, a, b);
+        simd::pairedChroma<FirstChannel>(packus16(srli16<8>(a), srli16<8>(b)), c1, c2);
+    }
     template <class V>
     PXK_INLINE Block<V> load(int32_t x) const {
-        using namespace vec;
-        const uint8_t* p = plane[0] + pixelOffset<2>(x);
-        const V a = vec::loadLanes<V, 32>(p);
-        const V b = vec::loadLanes<V, 32>(p + 16);
-        const V lowBytes = splat16<V>(0x00FF);
-        Block<V> out;
-        simd::toHalves(packus16(and_(a, lowBytes), and_(b, lowBytes)), out.half[0].c[0], out.half[1].c[0]);
-        simd::pairedChroma<FirstChannel>(packus16(srli16<8>(a), srli16<8>(b)), out);
-        return out;
+        return simd::sharedChromaBlock<V>(*this, x);
     }
     PXK_INLINE Pixel3 load1(int32_t x) const {
         const uint8_t* pair = plane[0] + pixelOffset<2>(x & ~1);

@@ -207,7 +207,12 @@ struct HighProductForm {
 };
 
 // ---------------------------------------------------------------------------------
-// YCbCr -> RGB. Input channels Y, Cb, Cr (raw samples); output R, G, B.
+// YCbCr -> RGB.
+//
+// The inverse forms sum a luma term and a chroma term for each output. Their vector
+// blocks come in two parts, chromaTerms(Cb, Cr) and withLuma(Y, terms), so that pixels
+// that share their chroma samples share the chroma terms: every sum is exact in 16
+// bits, so the order of the additions does not change a bit. Input channels Y, Cb, Cr (raw samples); output R, G, B.
 // ---------------------------------------------------------------------------------
 
 // The inverse matrix at a scale of 2^16: R from Y and Cr, G from all three, B from Y
@@ -277,28 +282,41 @@ struct InverseMatrixForm {
         return add16(acc, mullo16(x, splat16<V>(k)));
     }
 
+    // The block in two parts: the chroma terms (with the offsets), which pixels that
+    // share their chroma share, then the luma terms of each pixel and the shift.
+    // Estimates first, then low bits, for R, G, B.
     template <class V>
-    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
-        const V y = v.c[0];
-        const V cb = sub16(v.c[1], splat16<V>(128));
-        const V cr = sub16(v.c[2], splat16<V>(128));
+    PXK_INLINE static Terms<V, 6> chromaTerms(V cbRaw, V crRaw) {
+        const V cb = sub16(cbRaw, splat16<V>(128));
+        const V cr = sub16(crRaw, splat16<V>(128));
         const V cb256 = slli16<8>(cb);
         const V cr256 = slli16<8>(cr);
-        const V lumaEstimate = mulhiu16(slli16<8>(y), splat16<V>(estimateFactor(M.y)));
-        const V lumaLow = mullo16(y, splat16<V>(M.y));
-        // Equal offsets give equal sums here, which the compiler computes once.
-        V estimate[3], low[3];
+        Terms<V, 6> t;
         PXK_UNROLL
         for (int c = 0; c < 3; ++c) {
-            estimate[c] = add16(lumaEstimate, splat16<V>(estimateBase(M.offset[c])));
-            low[c] = add16(lumaLow, splat16<V>(M.offset[c]));
+            t.v[c] = splat16<V>(estimateBase(M.offset[c]));
+            t.v[3 + c] = splat16<V>(M.offset[c]);
         }
+        t.v[0] = addEstimate(t.v[0], cr256, M.crToR);
+        t.v[1] = addEstimate(addEstimate(t.v[1], cb256, M.cbToG), cr256, M.crToG);
+        t.v[2] = addEstimate(t.v[2], cb256, M.cbToB);
+        t.v[3] = addLow(t.v[3], cr, M.crToR);
+        t.v[4] = addLow(addLow(t.v[4], cb, M.cbToG), cr, M.crToG);
+        t.v[5] = addLow(t.v[5], cb, M.cbToB);
+        return t;
+    }
+    template <class V>
+    PXK_INLINE static Lanes3<V> withLuma(V y, const Terms<V, 6>& t) {
+        const V lumaEstimate = mulhiu16(slli16<8>(y), splat16<V>(estimateFactor(M.y)));
+        const V lumaLow = mullo16(y, splat16<V>(M.y));
         Lanes3<V> out;
-        out.c[0] = finish(addEstimate(estimate[0], cr256, M.crToR), addLow(low[0], cr, M.crToR));
-        out.c[1] = finish(addEstimate(addEstimate(estimate[1], cb256, M.cbToG), cr256, M.crToG),
-                          addLow(addLow(low[1], cb, M.cbToG), cr, M.crToG));
-        out.c[2] = finish(addEstimate(estimate[2], cb256, M.cbToB), addLow(low[2], cb, M.cbToB));
+        PXK_UNROLL
+        for (int c = 0; c < 3; ++c) out.c[c] = finish(add16(lumaEstimate, t.v[c]), add16(lumaLow, t.v[3 + c]));
         return out;
+    }
+    template <class V>
+    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
+        return withLuma(v.c[0], chromaTerms(v.c[1], v.c[2]));
     }
 };
 
@@ -366,18 +384,24 @@ struct HighProductInverseFormOf {
         const V product = mulhi16(x, splat16<V>(k));
         return K.gSubtracts ? sub16(acc, product) : add16(acc, product);
     }
+    // The block in two parts: the chroma terms of R, G, B (with the rounding 8), then
+    // the luma term and the shift.
+    template <class V>
+    PXK_INLINE static Terms<V, 3> chromaTerms(V cbRaw, V crRaw) {
+        const V cb = slli16<7>(sub16(cbRaw, splat16<V>(128)));
+        const V cr = slli16<7>(sub16(crRaw, splat16<V>(128)));
+        const V eight = splat16<V>(8);
+        return Terms<V, 3>{{add16(eight, mulhi16(cr, splat16<V>(K.crToR))), addGTerm(addGTerm(eight, cr, K.crToG), cb, K.cbToG),
+                            add16(eight, mulhi16(cb, splat16<V>(K.cbToB)))}};
+    }
+    template <class V>
+    PXK_INLINE static Lanes3<V> withLuma(V y, const Terms<V, 3>& t) {
+        const V luma = K.y == 0 ? slli16<4>(y) : mulhi16(slli16<7>(sub16(y, splat16<V>(16))), splat16<V>(K.y));
+        return Lanes3<V>{{srai16<4>(add16(luma, t.v[0])), srai16<4>(add16(luma, t.v[1])), srai16<4>(add16(luma, t.v[2]))}};
+    }
     template <class V>
     PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
-        // The rounding 8 is added once, to the luma term that all three outputs share.
-        const V luma = K.y == 0 ? slli16<4>(v.c[0])
-                                : mulhi16(slli16<7>(sub16(v.c[0], splat16<V>(16))), splat16<V>(K.y));
-        const V y = add16(luma, splat16<V>(8));
-        const V cb = slli16<7>(sub16(v.c[1], splat16<V>(128)));
-        const V cr = slli16<7>(sub16(v.c[2], splat16<V>(128)));
-        const V r = add16(y, mulhi16(cr, splat16<V>(K.crToR)));
-        const V g = addGTerm(addGTerm(y, cr, K.crToG), cb, K.cbToG);
-        const V b = add16(y, mulhi16(cb, splat16<V>(K.cbToB)));
-        return Lanes3<V>{{srai16<4>(r), srai16<4>(g), srai16<4>(b)}};
+        return withLuma(v.c[0], chromaTerms(v.c[1], v.c[2]));
     }
 };
 

@@ -18,6 +18,80 @@
 namespace pxk {
 namespace yuv {
 
+namespace detail {
+
+// One vector block of Rows rows at column x that share their chroma samples: the
+// chroma terms of each pair of pixels once, then each row's luma.
+template <class Forms, class V, int Rows, class In, class Out>
+PXK_INLINE void sharedChromaBlock(const In (&in)[Rows], const Out (&out)[Rows], int32_t x) {
+    V c1, c2;
+    in[0].template loadChroma<V>(x, c1, c2);
+    const auto terms = Forms::chromaTerms(c1, c2);
+    auto half0 = terms, half1 = terms;
+    PXK_UNROLL
+    for (int i = 0; i < static_cast<int>(sizeof(terms.v) / sizeof(terms.v[0])); ++i) {
+        simd::pairSharedHalves(terms.v[i], half0.v[i], half1.v[i]);
+    }
+    PXK_UNROLL
+    for (int r = 0; r < Rows; ++r) {
+        Block<V> b;
+        V y0, y1;
+        in[r].template loadLuma<V>(x, y0, y1);
+        b.half[0] = Forms::withLuma(y0, half0);
+        b.half[1] = Forms::withLuma(y1, half1);
+        out[r].store(x, b);
+    }
+}
+
+}  // namespace detail
+
+// Converts Rows rows of `width` pixels whose chroma comes from one chroma row (in[0]'s):
+// the columns of the generic row kernel (convertRow), with each vector block's chroma
+// terms computed once for all rows. A last block of 8 columns runs row by row
+// through local buffers.
+template <class Forms, int Rows, class In, class Out>
+PXK_INLINE void convertSharedChromaRows(const In (&inRows)[Rows], const Out (&outRows)[Rows], int32_t width) {
+    // Local copies, as in convertRow.
+    In in[Rows];
+    Out out[Rows];
+    PXK_UNROLL
+    for (int r = 0; r < Rows; ++r) {
+        in[r] = inRows[r];
+        out[r] = outRows[r];
+    }
+    splitColumns<Forms::kUnit, kBlockPixels<vec::Widest>>(
+        width,
+        [&](int32_t x, int32_t count) PXK_LAMBDA_INLINE {
+            if (count == kBlockPixels<vec::Widest>) {
+                detail::sharedChromaBlock<Forms, vec::Widest>(in, out, x);
+            } else if (count == kBlockPixels<vec::V128>) {
+                detail::sharedChromaBlock<Forms, vec::V128>(in, out, x);
+            } else {
+                PXK_UNROLL
+                for (int r = 0; r < Rows; ++r) pxk::detail::convertStagedBlock<Forms>(in[r], out[r], x, count);
+            }
+        },
+        [&](int32_t x) {
+            PXK_UNROLL
+            for (int r = 0; r < Rows; ++r) out[r].store1(x, Forms::tail(in[r].load1(x)));
+        });
+}
+
+// One row of a source with replicated chroma.
+template <class Forms, class In, class Out>
+PXK_INLINE void convertChromaRow(const In& in, const Out& out, int32_t width) {
+    const In ins[1] = {in};
+    const Out outs[1] = {out};
+    convertSharedChromaRows<Forms>(ins, outs, width);
+}
+
+// Row by row from the top.
+template <class Forms, class In, class Out>
+PXK_INLINE void convertChromaRegion(PxkSize size, PlaneRows<In> in, PlaneRows<Out> out) {
+    driveRows(size.width, size.height,
+              [](int32_t width, const In& s, const Out& d) { convertChromaRow<Forms>(s, d, width); }, in, out);
+}
+
 // 4:2:0: height / 2 row pairs of width - width % 2 columns, both rows of a pair with
 // the pair's chroma row; a last odd row or column is neither read nor written.
 template <class Forms, class In, int Full, class Out>
@@ -25,8 +99,9 @@ PXK_INLINE PxkResult convert420(PxkSize size, PairedPlaneRows<In, Full> in, Pair
     driveRowPairs(
         size.width - size.width % 2, size.height,
         [](int32_t width, RowPair<const In> s, RowPair<const Out> d) {
-            convertRow<Forms>(*s.top, *d.top, width);
-            convertRow<Forms>(*s.bottom, *d.bottom, width);
+            const In ins[2] = {*s.top, *s.bottom};
+            const Out outs[2] = {*d.top, *d.bottom};
+            convertSharedChromaRows<Forms>(ins, outs, width);
         },
         in, out);
     return oddSizeStatus(size, 2, 2);
@@ -36,7 +111,7 @@ PXK_INLINE PxkResult convert420(PxkSize size, PairedPlaneRows<In, Full> in, Pair
 // written.
 template <class Forms, int32_t Group, class In, class Out>
 PXK_INLINE void convertWholeGroups(PxkSize size, PlaneRows<In> in, PlaneRows<Out> out) {
-    convertRegion<Forms>(PxkSize{size.width - size.width % Group, size.height}, in, out);
+    convertChromaRegion<Forms>(PxkSize{size.width - size.width % Group, size.height}, in, out);
 }
 
 // Packed pairs (PackedC2In): whole pairs, then a lone last pixel by the tail form.
@@ -46,7 +121,7 @@ PXK_INLINE void convertPackedPairs(PxkSize size, PlaneRows<In> in, PlaneRows<Out
         size.width, size.height,
         [](int32_t width, const In& s, const Out& d) {
             const int32_t pairs = width - width % 2;
-            convertRow<Forms>(s, d, pairs);
+            convertChromaRow<Forms>(s, d, pairs);
             if (pairs != width) d.store1(pairs, Forms::tail(s.loadLone(pairs)));
         },
         in, out);
@@ -83,12 +158,12 @@ template <class Forms, class Out>
 PXK_INLINE void convert422WithoutSteps(PxkSize size, const ReplicatedPlanesIn<1>& in, const Out& out,
                                        int32_t outStep) {
     const bool longRow = runAsOneLongRow(size, [&](int32_t start, int32_t count) {
-        convertRow<Forms>(shiftedBy(in, start), shiftedBy(out, start), count);
+        convertChromaRow<Forms>(shiftedBy(in, start), shiftedBy(out, start), count);
     });
     if (!longRow) {
         const int32_t chromaStep = size.width / 2 + size.width % 2;
         const int32_t steps[3] = {size.width, chromaStep, chromaStep};
-        convertRegion<Forms>(size, planeRows(in, steps), planeRows(out, outStep));
+        convertChromaRegion<Forms>(size, planeRows(in, steps), planeRows(out, outStep));
     }
 }
 

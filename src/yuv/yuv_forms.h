@@ -182,14 +182,23 @@ struct YuvInverseHighProductForm {
             return srai16<kHalve>(sum);
         }
     }
+    // The block in two parts: the chroma terms of R, G, B, then Y and the halving.
+    template <class V>
+    PXK_INLINE static Terms<V, 3> chromaTerms(V uRaw, V vRaw) {
+        const V u = slli16<Shift>(sub16(uRaw, splat16<V>(128)));
+        const V v = slli16<Shift>(sub16(vRaw, splat16<V>(128)));
+        return Terms<V, 3>{{mulhi16(v, splat16<V>(K.vToR)),
+                            add16(mulhi16(u, splat16<V>(K.uToG)), mulhi16(v, splat16<V>(K.vToG))),
+                            mulhi16(u, splat16<V>(K.uToB))}};
+    }
+    template <class V>
+    PXK_INLINE static Lanes3<V> withLuma(V luma, const Terms<V, 3>& t) {
+        const V y = kYTimes == 1 ? luma : add16(luma, luma);
+        return Lanes3<V>{{finish(add16(y, t.v[0])), finish(add16(y, t.v[1])), finish(add16(y, t.v[2]))}};
+    }
     template <class V>
     PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& px) {
-        const V y = kYTimes == 1 ? px.c[0] : add16(px.c[0], px.c[0]);
-        const V u = slli16<Shift>(sub16(px.c[1], splat16<V>(128)));
-        const V v = slli16<Shift>(sub16(px.c[2], splat16<V>(128)));
-        return Lanes3<V>{{finish(add16(y, mulhi16(v, splat16<V>(K.vToR)))),
-                          finish(add16(add16(y, mulhi16(u, splat16<V>(K.uToG))), mulhi16(v, splat16<V>(K.vToG)))),
-                          finish(add16(y, mulhi16(u, splat16<V>(K.uToB))))}};
+        return withLuma(px.c[0], chromaTerms(px.c[1], px.c[2]));
     }
 };
 

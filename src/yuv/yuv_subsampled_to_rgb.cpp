@@ -44,7 +44,7 @@ PxkResult yuv420WithoutSteps(const uint8_t* const src[3], const Out& out, int32_
 template <class Forms, class Out>
 PxkResult yuv422(const uint8_t* const src[3], const int32_t srcStep[3], const Out& out, int32_t dstStep,
                  PxkSize size) {
-    convertRegion<Forms>(size, planeRows(yuvPlanes(src), srcStep), planeRows(out, dstStep));
+    convertChromaRegion<Forms>(size, planeRows(yuvPlanes(src), srcStep), planeRows(out, dstStep));
     return pxkOk;
 }
 
