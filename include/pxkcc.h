@@ -453,7 +453,9 @@ PXKCC_API PxkResult pxkiYCrCb420ToBGR_Filter_8u_P3C4R(const uint8_t* const pSrc[
  * planes w; the 4:2:2 ones convert an image of at least 256 pixels with an even
  * width as one long row (vector blocks then run across row ends).
  * Least sizes 1 x 1, except YUV420ToBGR P3C3R (2 x 2) and YUV422ToRGB P3C3R
- * (width 2). Checks: the arrays, the size, then their entries. */
+ * (width 2). Checks: into planes (P3R, P3) the arrays, the size, then the entries of
+ * both; into packed pixels the arrays and the destination, the source entries, then
+ * the size. */
 PXKCC_API PxkResult pxkiYUV420ToRGB_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
                                            uint8_t* const pDst[3], int32_t dstStep, PxkSize roiSize);
 PXKCC_API PxkResult pxkiYUV420ToRGB_8u_P3(const uint8_t* const pSrc[3], uint8_t* const pDst[3],
