@@ -221,12 +221,18 @@ struct HighProductForm {
 struct InverseMatrix {
     int32_t y, crToR, cbToG, crToG, cbToB;
     int32_t offset[3];  // R, G, B
+
+    // The offsets are always given all three (a brace list of six would leave two of
+    // them 0).
+    constexpr InverseMatrix(int32_t y_, int32_t crToR_, int32_t cbToG_, int32_t crToG_, int32_t cbToB_,
+                            int32_t offsetR, int32_t offsetG, int32_t offsetB)
+        : y(y_), crToR(crToR_), cbToG(cbToG_), crToG(crToG_), cbToB(cbToB_), offset{offsetR, offsetG, offsetB} {}
 };
 
 // One offset for all three outputs.
 constexpr InverseMatrix inverseMatrix(int32_t y, int32_t crToR, int32_t cbToG, int32_t crToG, int32_t cbToB,
                                       int32_t offset) {
-    return InverseMatrix{y, crToR, cbToG, crToG, cbToB, {offset, offset, offset}};
+    return InverseMatrix(y, crToR, cbToG, crToG, cbToB, offset, offset, offset);
 }
 
 // The forms of the inverse matrix that differ only in their constants share this
@@ -337,12 +343,8 @@ inline constexpr InverseMatrix kFilterMatrix = inverseMatrix(76309, 104597, -256
 // times 128.
 constexpr InverseMatrix rawChromaMatrix(int32_t y, int32_t crToR, int32_t cbToG, int32_t crToG, int32_t cbToB,
                                         int32_t rawOffsetR, int32_t rawOffsetG, int32_t rawOffsetB) {
-    return InverseMatrix{y,
-                         crToR,
-                         cbToG,
-                         crToG,
-                         cbToB,
-                         {rawOffsetR + 128 * crToR, rawOffsetG + 128 * (cbToG + crToG), rawOffsetB + 128 * cbToB}};
+    return InverseMatrix(y, crToR, cbToG, crToG, cbToB, rawOffsetR + 128 * crToR, rawOffsetG + 128 * (cbToG + crToG),
+                         rawOffsetB + 128 * cbToB);
 }
 inline constexpr InverseMatrix kRawChromaOffsetMatrix =
     rawChromaMatrix(76284, 104595, -25690, -53281, 132186, -14608761, 8887730, -18140365);

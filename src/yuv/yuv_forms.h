@@ -135,7 +135,7 @@ struct YuvHighProductForm {
 // inverse body serves them, with U and V in the places of Cb and Cr.
 inline constexpr InverseMatrix kFullRoundedMatrix = inverseMatrix(65536, 74711, -25821, -38076, 133169, 32768);
 // The same, with no rounding term in G.
-inline constexpr InverseMatrix kHalfRoundedMatrix{65536, 74711, -25821, -38076, 133169, {32768, 0, 32768}};
+inline constexpr InverseMatrix kHalfRoundedMatrix(65536, 74711, -25821, -38076, 133169, 32768, 0, 32768);
 // Each coefficient one lower, and no rounding term.
 inline constexpr InverseMatrix kTruncatingMatrix = inverseMatrix(65536, 74710, -25820, -38075, 133168, 0);
 // The full rounded constants with no rounding term in any output.
