@@ -190,18 +190,26 @@ struct FilteredPlanesIn {
 
     static constexpr std::ptrdiff_t planeOffset(int i, int32_t x) { return i == 0 ? x : (x >> 1); }
 
+    static constexpr bool kChromaEachPixel = true;
+    template <class V>
+    PXK_INLINE void loadLuma(int32_t x, V& half0, V& half1) const {
+        simd::toHalves(vec::loadLanes<V, 16>(plane[0] + x), half0, half1);
+    }
+    // The chroma of channel c (1 or 2) of each pixel, as the block's two halves.
+    template <class V>
+    PXK_INLINE void loadChromaHalves(int32_t x, int c, V& half0, V& half1) const {
+        using namespace vec;
+        const uint8_t* p = plane[c] + (x >> 1);
+        const V own = loadLowHalves<V>(p);
+        const V mean = avg8(own, loadLowHalves<V>(p + 1));
+        simd::toHalves(unpacklo8(own, mean), half0, half1);
+    }
     template <class V>
     PXK_INLINE Block<V> load(int32_t x) const {
-        using namespace vec;
         Block<V> out;
-        simd::toHalves(vec::loadLanes<V, 16>(plane[0] + x), out.half[0].c[0], out.half[1].c[0]);
+        loadLuma(x, out.half[0].c[0], out.half[1].c[0]);
         PXK_UNROLL
-        for (int c = 1; c < 3; ++c) {
-            const uint8_t* p = plane[c] + (x >> 1);
-            const V own = vec::loadLowHalves<V>(p);
-            const V mean = avg8(own, vec::loadLowHalves<V>(p + 1));
-            simd::toHalves(unpacklo8(own, mean), out.half[0].c[c], out.half[1].c[c]);
-        }
+        for (int c = 1; c < 3; ++c) loadChromaHalves(x, c, out.half[0].c[c], out.half[1].c[c]);
         return out;
     }
     PXK_INLINE uint8_t chroma(int c, int32_t x) const {

@@ -7,7 +7,9 @@
 #include "frame/simd_inline.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <type_traits>
 
 #include "pxkcc.h"
 
@@ -22,16 +24,40 @@ namespace detail {
 
 // One vector block of Rows rows at column x that share their chroma samples: the
 // chroma terms of each pair of pixels once, then each row's luma.
+template <class Layout, class = void>
+struct ChromaEachPixel : std::false_type {};
+template <class Layout>
+struct ChromaEachPixel<Layout, std::void_t<decltype(Layout::kChromaEachPixel)>> : std::true_type {};
+
+// The chroma terms of a block's two halves: from one chroma value a pair of pixels,
+// spread to both pixels of each pair, or, where each pixel has chroma of its own
+// (kChromaEachPixel), half by half.
+template <class Forms, class V, class In>
+PXK_INLINE auto chromaTermHalves(const In& in, int32_t x) {
+    if constexpr (ChromaEachPixel<In>::value) {
+        V c1[2], c2[2];
+        in.loadChromaHalves(x, 1, c1[0], c1[1]);
+        in.loadChromaHalves(x, 2, c2[0], c2[1]);
+        using T = decltype(Forms::chromaTerms(c1[0], c2[0]));
+        return std::array<T, 2>{Forms::chromaTerms(c1[0], c2[0]), Forms::chromaTerms(c1[1], c2[1])};
+    } else {
+        V c1, c2;
+        in.template loadChroma<V>(x, c1, c2);
+        const auto terms = Forms::chromaTerms(c1, c2);
+        std::array<std::remove_const_t<decltype(terms)>, 2> halves{terms, terms};
+        PXK_UNROLL
+        for (int i = 0; i < static_cast<int>(sizeof(terms.v) / sizeof(terms.v[0])); ++i) {
+            simd::pairSharedHalves(terms.v[i], halves[0].v[i], halves[1].v[i]);
+        }
+        return halves;
+    }
+}
+
 template <class Forms, class V, int Rows, class In, class Out>
 PXK_INLINE void sharedChromaBlock(const In (&in)[Rows], const Out (&out)[Rows], int32_t x) {
-    V c1, c2;
-    in[0].template loadChroma<V>(x, c1, c2);
-    const auto terms = Forms::chromaTerms(c1, c2);
-    auto half0 = terms, half1 = terms;
-    PXK_UNROLL
-    for (int i = 0; i < static_cast<int>(sizeof(terms.v) / sizeof(terms.v[0])); ++i) {
-        simd::pairSharedHalves(terms.v[i], half0.v[i], half1.v[i]);
-    }
+    const auto terms = chromaTermHalves<Forms, V>(in[0], x);
+    const auto& half0 = terms[0];
+    const auto& half1 = terms[1];
     PXK_UNROLL
     for (int r = 0; r < Rows; ++r) {
         Block<V> b;
@@ -129,7 +155,8 @@ PXK_INLINE void convertPackedPairs(PxkSize size, PlaneRows<In> in, PlaneRows<Out
 
 // 4:2:0 with chroma filtered along the row (FilteredPlanesIn): vector blocks cover
 // whole blocks of 16 columns that end before the last pair (they read the next pair's
-// chroma), the tail the rest; the forms must give the same bits in both.
+// chroma), both rows of a pair at once; the tail the rest. The forms must give the
+// same bits in both.
 template <class Forms, class Out>
 PXK_INLINE PxkResult convertFiltered420(PxkSize size, PairedPlaneRows<FilteredPlanesIn, 1> in,
                                         PairedPlaneRows<Out> out) {
@@ -138,13 +165,12 @@ PXK_INLINE PxkResult convertFiltered420(PxkSize size, PairedPlaneRows<FilteredPl
         size.width - size.width % 2, size.height,
         [](int32_t width, RowPair<const FilteredPlanesIn> s, RowPair<const Out> d) {
             const int32_t beforeLastPair = std::max(0, width - 2);
-            const FilteredPlanesIn* rows[2] = {s.top, s.bottom};
-            const Out* outs[2] = {d.top, d.bottom};
+            FilteredPlanesIn rows[2] = {*s.top, *s.bottom};
+            rows[0].lastPair = rows[1].lastPair = width / 2 - 1;
+            const Out outs[2] = {*d.top, *d.bottom};
+            convertSharedChromaRows<Forms>(rows, outs, beforeLastPair);
             for (int r = 0; r < 2; ++r) {
-                FilteredPlanesIn row = *rows[r];
-                row.lastPair = width / 2 - 1;
-                convertRow<Forms>(row, *outs[r], beforeLastPair);
-                for (int32_t x = beforeLastPair; x < width; ++x) outs[r]->store1(x, Forms::tail(row.load1(x)));
+                for (int32_t x = beforeLastPair; x < width; ++x) outs[r].store1(x, Forms::tail(rows[r].load1(x)));
             }
         },
         in, out);
