@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "pxkcc.h"
+#include "alignment_sweep.h"
 #include "random.h"
 #include "surface.h"
 #include "sweep.h"
@@ -104,24 +105,13 @@ inline void sweepAgainstReference(const ExportUnderTest& ex, const pxktest::Step
 // result depends on the column alone, never on an address.
 inline void alignmentsAgainstReference(const ExportUnderTest& ex) {
     const int width = 37, height = 2;
-    for (std::size_t srcMis = 0; srcMis < 16; ++srcMis) {
-        for (std::size_t dstMis = 0; dstMis < 16; dstMis += 3) {
-            Rng rng(pxktest::seedFor((ex.name + "/align").c_str(), {uint32_t(srcMis), uint32_t(dstMis)}));
-            GuardOptions srcOpt, dstOpt;
-            srcOpt.misalign = srcMis;
-            dstOpt.misalign = dstMis;
-            Surface src = makeSurface(ex.src, width, height, int(rowBytesOf(ex.src, width)) + 16, srcOpt);
-            Surface dst = makeSurface(ex.dst, width, height, int(rowBytesOf(ex.dst, width)) + 16, dstOpt);
-            src.fillRandom(rng);
-            dst.fillRandom(rng);
-            ::testing::AssertionResult r = compareOnce(ex, src, dst, width, height, rng.byte());
-            if (!r) {
-                ADD_FAILURE() << ex.name << " source misaligned by " << srcMis << ", destination by " << dstMis << ": "
-                              << r.message();
-                return;
-            }
-        }
-    }
+    pxktest::everyAlignment(ex.name, [&](const GuardOptions& srcOpt, const GuardOptions& dstOpt, Rng& rng) {
+        Surface src = makeSurface(ex.src, width, height, int(rowBytesOf(ex.src, width)) + 16, srcOpt);
+        Surface dst = makeSurface(ex.dst, width, height, int(rowBytesOf(ex.dst, width)) + 16, dstOpt);
+        src.fillRandom(rng);
+        dst.fillRandom(rng);
+        return compareOnce(ex, src, dst, width, height, rng.byte());
+    });
 }
 
 // Dense inputs: 16 slices of the 2^24 three-sample inputs, each holding one sample

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "pxkcc.h"
+#include "alignment_sweep.h"
 #include "random.h"
 #include "reference_subsampled.h"
 #include "subsampled_export.h"
@@ -148,24 +149,13 @@ inline void sweepAgainstReference(const SubsampledExport& ex, const StepPlan& pl
 // result depends on the column alone, never on an address.
 inline void alignmentsAgainstReference(const SubsampledExport& ex) {
     const int width = 45, height = 4;
-    for (std::size_t srcMis = 0; srcMis < 16; ++srcMis) {
-        for (std::size_t dstMis = 0; dstMis < 16; dstMis += 3) {
-            Rng rng(pxktest::seedFor((ex.name + "/align").c_str(), {uint32_t(srcMis), uint32_t(dstMis)}));
-            GuardOptions srcOpt, dstOpt;
-            srcOpt.misalign = srcMis;
-            dstOpt.misalign = dstMis;
-            Surface src = makeSource(ex, width, height, tightSourceStep(ex, width) + 16, srcOpt);
-            Surface dst = makeDest(ex, width, height, StepKind::Padded, dstOpt);
-            src.fillRandom(rng);
-            dst.fillRandom(rng);
-            ::testing::AssertionResult r = compareOnce(ex, src, dst, width, height);
-            if (!r) {
-                ADD_FAILURE() << ex.name << " source misaligned by " << srcMis << ", destination by " << dstMis << ": "
-                              << r.message();
-                return;
-            }
-        }
-    }
+    pxktest::everyAlignment(ex.name, [&](const GuardOptions& srcOpt, const GuardOptions& dstOpt, Rng& rng) {
+        Surface src = makeSource(ex, width, height, tightSourceStep(ex, width) + 16, srcOpt);
+        Surface dst = makeDest(ex, width, height, StepKind::Padded, dstOpt);
+        src.fillRandom(rng);
+        dst.fillRandom(rng);
+        return compareOnce(ex, src, dst, width, height);
+    });
 }
 
 // ---------------------------------------------------------------------------------
