@@ -117,6 +117,26 @@ PXK_INLINE void toHalves(V v, V& half0, V& half1) {
 constexpr int packedPosition(int p) { return (p % 2) * 8 + p / 2; }
 #endif
 
+// Sixteen bytes (per lane) in pixel order as 16-bit lanes of the even pixels and of
+// the odd pixels (the block's own halves in the sse2 build).
+template <class V>
+PXK_INLINE void evenOddHalves(V v, V& even, V& odd) {
+    even = and_(v, splat16<V>(0x00FF));
+    odd = srli16<8>(v);
+}
+
+// The even pixels and the odd pixels (16-bit lanes) as the block's two halves.
+template <class V>
+PXK_INLINE void evenOddToBlockHalves(V even, V odd, V& half0, V& half1) {
+    if constexpr (packedPosition(1) == 1) {
+        half0 = unpacklo16(even, odd);  // pixels 0 to 7
+        half1 = unpackhi16(even, odd);
+    } else {
+        half0 = even;
+        half1 = odd;
+    }
+}
+
 // Eight 16-bit values (per lane), one for each pair of pixels, as the block's two
 // halves: each value serves both pixels of its pair.
 template <class V>

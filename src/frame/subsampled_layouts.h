@@ -77,6 +77,10 @@ struct ReplicatedPlanesIn {
     PXK_INLINE void loadLuma(int32_t x, V& half0, V& half1) const {
         simd::toHalves(vec::loadLanes<V, 16>(plane[0] + x), half0, half1);
     }
+    template <class V>
+    PXK_INLINE void loadLumaEvenOdd(int32_t x, V& even, V& odd) const {
+        simd::evenOddHalves(vec::loadLanes<V, 16>(plane[0] + x), even, odd);
+    }
     // One 16-bit value a pair of pixels (a group of four gives two equal pairs).
     template <class V>
     PXK_INLINE void loadChroma(int32_t x, V& c1, V& c2) const {
@@ -116,6 +120,10 @@ struct ChromaPairsIn {
         simd::toHalves(vec::loadLanes<V, 16>(plane[0] + x), half0, half1);
     }
     template <class V>
+    PXK_INLINE void loadLumaEvenOdd(int32_t x, V& even, V& odd) const {
+        simd::evenOddHalves(vec::loadLanes<V, 16>(plane[0] + x), even, odd);
+    }
+    template <class V>
     PXK_INLINE void loadChroma(int32_t x, V& c1, V& c2) const {
         simd::pairedChroma<FirstChannel>(vec::loadLanes<V, 16>(plane[1] + x), c1, c2);
     }
@@ -153,6 +161,24 @@ struct PackedC2In {
         loadWords(x, a, b);
         const V lowBytes = splat16<V>(0x00FF);
         simd::toHalves(packus16(and_(a, lowBytes), and_(b, lowBytes)), half0, half1);
+    }
+    // Luma of the even and of the odd pixels: in the avx2 build by byte shuffles
+    // (bytes 0, 4, 8, 12 and 2, 6, 10, 14 of each 16), else the block's halves.
+    template <class V>
+    PXK_INLINE void loadLumaEvenOdd(int32_t x, V& even, V& odd) const {
+#if defined(PXKCC_TARGET_AVX2)
+        using namespace vec;
+        static constexpr uint8_t kEvenThenOdd[16] = {0, 0x80, 4, 0x80, 8, 0x80, 12, 0x80,
+                                                     2, 0x80, 6, 0x80, 10, 0x80, 14, 0x80};
+        V a, b;
+        loadWords(x, a, b);
+        const V order = bytesInEachLane<V>(kEvenThenOdd);
+        const V sa = shuffleBytes(a, order), sb = shuffleBytes(b, order);
+        even = unpacklo64(sa, sb);
+        odd = unpackhi64(sa, sb);
+#else
+        loadLuma(x, even, odd);
+#endif
     }
     template <class V>
     PXK_INLINE void loadChroma(int32_t x, V& c1, V& c2) const {

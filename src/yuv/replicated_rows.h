@@ -29,43 +29,47 @@ struct ChromaEachPixel : std::false_type {};
 template <class Layout>
 struct ChromaEachPixel<Layout, std::void_t<decltype(Layout::kChromaEachPixel)>> : std::true_type {};
 
-// The chroma terms of a block's two halves: from one chroma value a pair of pixels,
-// spread to both pixels of each pair, or, where each pixel has chroma of its own
-// (kChromaEachPixel), half by half.
+// The chroma terms of a block's two halves, where each pixel has chroma of its own
+// (kChromaEachPixel).
 template <class Forms, class V, class In>
 PXK_INLINE auto chromaTermHalves(const In& in, int32_t x) {
-    if constexpr (ChromaEachPixel<In>::value) {
-        V c1[2], c2[2];
-        in.loadChromaHalves(x, 1, c1[0], c1[1]);
-        in.loadChromaHalves(x, 2, c2[0], c2[1]);
-        using T = decltype(Forms::chromaTerms(c1[0], c2[0]));
-        return std::array<T, 2>{Forms::chromaTerms(c1[0], c2[0]), Forms::chromaTerms(c1[1], c2[1])};
-    } else {
-        V c1, c2;
-        in.template loadChroma<V>(x, c1, c2);
-        const auto terms = Forms::chromaTerms(c1, c2);
-        std::array<std::remove_const_t<decltype(terms)>, 2> halves{terms, terms};
-        PXK_UNROLL
-        for (int i = 0; i < static_cast<int>(sizeof(terms.v) / sizeof(terms.v[0])); ++i) {
-            simd::pairSharedHalves(terms.v[i], halves[0].v[i], halves[1].v[i]);
-        }
-        return halves;
-    }
+    V c1[2], c2[2];
+    in.loadChromaHalves(x, 1, c1[0], c1[1]);
+    in.loadChromaHalves(x, 2, c2[0], c2[1]);
+    using T = decltype(Forms::chromaTerms(c1[0], c2[0]));
+    return std::array<T, 2>{Forms::chromaTerms(c1[0], c2[0]), Forms::chromaTerms(c1[1], c2[1])};
 }
 
 template <class Forms, class V, int Rows, class In, class Out>
 PXK_INLINE void sharedChromaBlock(const In (&in)[Rows], const Out (&out)[Rows], int32_t x) {
-    const auto terms = chromaTermHalves<Forms, V>(in[0], x);
-    const auto& half0 = terms[0];
-    const auto& half1 = terms[1];
-    PXK_UNROLL
-    for (int r = 0; r < Rows; ++r) {
-        Block<V> b;
-        V y0, y1;
-        in[r].template loadLuma<V>(x, y0, y1);
-        b.half[0] = Forms::withLuma(y0, half0);
-        b.half[1] = Forms::withLuma(y1, half1);
-        out[r].store(x, b);
+    if constexpr (ChromaEachPixel<In>::value) {
+        const auto terms = chromaTermHalves<Forms, V>(in[0], x);
+        PXK_UNROLL
+        for (int r = 0; r < Rows; ++r) {
+            Block<V> b;
+            V y0, y1;
+            in[r].template loadLuma<V>(x, y0, y1);
+            b.half[0] = Forms::withLuma(y0, terms[0]);
+            b.half[1] = Forms::withLuma(y1, terms[1]);
+            out[r].store(x, b);
+        }
+    } else {
+        // One chroma value a pair: the even pixels and the odd pixels each take the
+        // terms as they are, and the results go to the block's order after.
+        V c1, c2;
+        in[0].template loadChroma<V>(x, c1, c2);
+        const auto terms = Forms::chromaTerms(c1, c2);
+        PXK_UNROLL
+        for (int r = 0; r < Rows; ++r) {
+            V even, odd;
+            in[r].template loadLumaEvenOdd<V>(x, even, odd);
+            const Lanes3<V> e = Forms::withLuma(even, terms);
+            const Lanes3<V> o = Forms::withLuma(odd, terms);
+            Block<V> b;
+            PXK_UNROLL
+            for (int c = 0; c < 3; ++c) simd::evenOddToBlockHalves(e.c[c], o.c[c], b.half[0].c[c], b.half[1].c[c]);
+            out[r].store(x, b);
+        }
     }
 }
 
