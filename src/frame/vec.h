@@ -132,6 +132,8 @@ PXK_INLINE V128 loadLanes<V128, 48>(const uint8_t* p) { return load128(p); }
 template <>
 PXK_INLINE V128 loadLanes<V128, 64>(const uint8_t* p) { return load128(p); }
 template <>
+PXK_INLINE V128 loadLanes<V128, 32>(const uint8_t* p) { return load128(p); }
+template <>
 PXK_INLINE void storeLanes<V128, 16>(uint8_t* p, V128 v) { store128(p, v); }
 template <>
 PXK_INLINE void storeLanes<V128, 48>(uint8_t* p, V128 v) { store128(p, v); }
@@ -335,6 +337,8 @@ PXK_INLINE V256 loadLanes<V256, 48>(const uint8_t* p) { return loadTwoChunks<48>
 template <>
 PXK_INLINE V256 loadLanes<V256, 64>(const uint8_t* p) { return loadTwoChunks<64>(p); }
 template <>
+PXK_INLINE V256 loadLanes<V256, 32>(const uint8_t* p) { return loadTwoChunks<32>(p); }
+template <>
 PXK_INLINE void storeLanes<V256, 48>(uint8_t* p, V256 v) { storeTwoChunks<48>(p, v); }
 template <>
 PXK_INLINE void storeLanes<V256, 64>(uint8_t* p, V256 v) { storeTwoChunks<64>(p, v); }
@@ -357,6 +361,56 @@ PXK_INLINE void storeLanes4x64(uint8_t* p, const V256 v[4]) {
 }
 
 #endif  // PXKCC_TARGET_AVX2
+
+// ---------------------------------------------------------------------------------
+// Memory access of a layout: UnalignedMemory (any address) or AlignedMemory (every
+// 16-byte chunk on a multiple of 16, for kernels chosen by that test). Both move the
+// same bytes; a 256-bit access in AlignedMemory goes by aligned 128-bit halves, since
+// a 16-byte test says nothing of 32-byte alignment.
+// ---------------------------------------------------------------------------------
+
+struct UnalignedMemory {
+    template <class V, int Stride>
+    PXK_INLINE static V loadLanes(const uint8_t* p) { return vec::loadLanes<V, Stride>(p); }
+    template <class V, int Stride>
+    PXK_INLINE static void storeLanes(uint8_t* p, V v) { vec::storeLanes<V, Stride>(p, v); }
+    template <class V>
+    PXK_INLINE static void storeLanes4x64(uint8_t* p, const V v[4]) { vec::storeLanes4x64(p, v); }
+};
+
+struct AlignedMemory {
+    PXK_INLINE static V128 load(const uint8_t* p) { return _mm_load_si128(reinterpret_cast<const __m128i*>(p)); }
+    PXK_INLINE static void store(uint8_t* p, V128 v) { _mm_store_si128(reinterpret_cast<__m128i*>(p), v); }
+
+    // Lane i of a 256-bit vector holds the chunk at p + i * Stride.
+    template <class V, int Stride>
+    PXK_INLINE static V loadLanes(const uint8_t* p) {
+        if constexpr (sizeof(V) == 16) {
+            return load(p);
+#if defined(PXKCC_TARGET_AVX2)
+        } else {
+            return _mm256_inserti128_si256(_mm256_castsi128_si256(load(p)), load(p + Stride), 1);
+#endif
+        }
+    }
+    template <class V, int Stride>
+    PXK_INLINE static void storeLanes(uint8_t* p, V v) {
+        if constexpr (sizeof(V) == 16) {
+            store(p, v);
+#if defined(PXKCC_TARGET_AVX2)
+        } else {
+            store(p, _mm256_castsi256_si128(v));
+            store(p + Stride, _mm256_extracti128_si256(v, 1));
+#endif
+        }
+    }
+    // As vec::storeLanes4x64: lane L of v[i] is the chunk at p + 64 L + 16 i.
+    template <class V>
+    PXK_INLINE static void storeLanes4x64(uint8_t* p, const V v[4]) {
+        PXK_UNROLL
+        for (int i = 0; i < 4; ++i) storeLanes<V, 64>(p + 16 * i, v[i]);
+    }
+};
 
 }  // namespace vec
 }  // namespace pxk

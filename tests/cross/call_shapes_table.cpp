@@ -35,7 +35,10 @@ namespace pxkcross {
 
 const std::vector<ShapeRow>& callShapeRows() {
     static const std::vector<ShapeRow> rows = {
-        // No export of the list needs a row yet.
+        // v210: steps count 32-bit words and 16-bit words, and must be at least 1.
+        {"pxkiYUV422v210ToBGR_709HDTV_32u16u_C3", "src step dst step size steps=elements steps=positive"},
+        {"pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1", "src step dst step size steps=elements steps=positive"},
+        {"pxkiYUV422v210ToRGB_709HDTV_32u16u_C3", "src step dst step size steps=elements steps=positive"},
     };
     return rows;
 }

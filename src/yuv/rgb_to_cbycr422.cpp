@@ -1,0 +1,222 @@
+// RGB or BGR -> packed CbYCr422 (Cb Y0 Cr Y1 for each pair of pixels).
+//
+// 709HDTV members: Y of each pixel by the 709HDTV luma; Cb, Cr of a pair =
+// clamp8((k . (p0 + p1) + 128.5 * 2^17) >> 17).
+// Standard members: Y by the direct form; chroma carried along the row (see
+// CarriedChroma), every byte kept to its low 8 bits.
+// In all of them a last pixel of an odd width writes two bytes only, its own Cb and
+// then its Y; the byte its Cr would take is left unwritten. The fourth byte of an AC4
+// source is not read into the result. Checks: the pointers, then the size (1 by 1 at
+// least); steps are not tested.
+#include "pxkcc.h"
+
+#include "frame/checks.h"
+#include "frame/drivers.h"
+#include "frame/pixel_block.h"
+#include "yuv/groups_row.h"
+#include "yuv/hd_forms.h"
+#include "yuv/hd_rows.h"
+
+using namespace pxk;
+using namespace pxk::yuv;
+
+namespace {
+
+constexpr bool kBGR = true, kRGB = false;
+
+// ---------------------------------------------------------------------------------
+// The carried chroma of the standard members
+// ---------------------------------------------------------------------------------
+
+// Pairs p0, p1 of a row, with two carries that start at 0 in each row:
+//   q = (k . p1) >> 2,  C = low8((((k . p0) >> 1) + carry + q - 8355841) >> 16),
+//   then carry = q,
+// for the Cb row and the Cr row of the standard matrix, each with its own carry. A pair
+// weighs p0 one half, p1 one quarter and the second pixel of the pair before one
+// quarter; the first pair of a row has no such neighbour and its sum stays short by
+// that quarter. A last odd pixel's Cb is low8((k . p - 8355840) >> 16).
+struct CarriedChroma {
+    static constexpr int32_t kPairOffset = -8355841;
+    static constexpr int32_t kLoneOffset = -8355840;
+
+    PXK_INLINE static int32_t dot(const int32_t (&k)[3], Pixel3 p) { return k[0] * p.c[0] + k[1] * p.c[1] + k[2] * p.c[2]; }
+
+    int32_t carryB = 0, carryR = 0;
+
+    PXK_INLINE static uint8_t carried(const int32_t (&k)[3], Pixel3 p0, Pixel3 p1, int32_t& carry) {
+        const int32_t q = asr(dot(k, p1), 2);
+        const uint8_t c = low8(asr(asr(dot(k, p0), 1) + carry + q + kPairOffset, 16));
+        carry = q;
+        return c;
+    }
+    PXK_INLINE void pair(Pixel3 p0, Pixel3 p1, uint8_t& cb, uint8_t& cr) {
+        cb = carried(kStandardChroma.cb, p0, p1, carryB);
+        cr = carried(kStandardChroma.cr, p0, p1, carryR);
+    }
+    PXK_INLINE static uint8_t cb(Pixel3 p) { return low8(asr(dot(kStandardChroma.cb, p) + kLoneOffset, 16)); }
+    PXK_INLINE static uint8_t cr(Pixel3) { return 0; }  // no place for it
+
+    // The vector twin over the eight pairs of a 128-bit block. even[h] and odd[h] hold
+    // k . p0 and k . p1 of pairs 4 h to 4 h + 3 (32-bit lanes); `carry` holds the q of
+    // the pair before the block in its lane 3 and becomes the q of the block's last
+    // pair there. Returns the eight results in 16-bit lanes (not yet cut to 8 bits).
+    PXK_INLINE static V128 carriedBlock(const V128 even[2], const V128 odd[2], V128& carry) {
+        const V128 q[2] = {srai32<2>(odd[0]), srai32<2>(odd[1])};
+        // The q of each pair's predecessor: q shifted up by one pair.
+        const V128 before[2] = {_mm_or_si128(_mm_slli_si128(q[0], 4), _mm_srli_si128(carry, 12)),
+                                _mm_or_si128(_mm_slli_si128(q[1], 4), _mm_srli_si128(q[0], 12))};
+        carry = q[1];
+        V128 c[2];
+        PXK_UNROLL
+        for (int h = 0; h < 2; ++h) {
+            c[h] = srai32<16>(add32(add32(srai32<1>(even[h]), before[h]), add32(q[h], splat32<V128>(kPairOffset))));
+        }
+        return packs32(c[0], c[1]);  // within -256..0: no saturation
+    }
+};
+
+// k . p of the pixels of one half of a block (eight 16-bit lanes a channel), in 32-bit
+// lanes: pixels 0 to 3 of the half, then 4 to 7.
+PXK_INLINE void dotHalf(const int32_t (&k)[3], const Lanes3<V128>& h, V128 out[2]) {
+    const V128 z = zero<V128>();
+    const V128 rg[2] = {unpacklo16(h.c[0], h.c[1]), unpackhi16(h.c[0], h.c[1])};
+    const V128 b0[2] = {unpacklo16(h.c[2], z), unpackhi16(h.c[2], z)};
+    PXK_UNROLL
+    for (int i = 0; i < 2; ++i) out[i] = add32(madd16(rg[i], pairs<V128>(k[0], k[1])), madd16(b0[i], pairs<V128>(k[2], 0)));
+}
+
+// k . p0 and k . p1 of the eight pairs of a block, four pairs a vector.
+PXK_INLINE void pairDots(const int32_t (&k)[3], const Block<V128>& b, V128 even[2], V128 odd[2]) {
+    V128 d0[2], d1[2];
+    dotHalf(k, b.half[0], d0);
+    dotHalf(k, b.half[1], d1);
+    if constexpr (simd::packedPosition(1) == 1) {
+        // Halves in pixel order: d0 holds pixels 0 to 7, d1 pixels 8 to 15.
+        auto pick = [](V128 a, V128 c, bool second) PXK_LAMBDA_INLINE {
+            const __m128 fa = _mm_castsi128_ps(a), fc = _mm_castsi128_ps(c);
+            return _mm_castps_si128(second ? _mm_shuffle_ps(fa, fc, _MM_SHUFFLE(3, 1, 3, 1))
+                                           : _mm_shuffle_ps(fa, fc, _MM_SHUFFLE(2, 0, 2, 0)));
+        };
+        even[0] = pick(d0[0], d0[1], false);
+        odd[0] = pick(d0[0], d0[1], true);
+        even[1] = pick(d1[0], d1[1], false);
+        odd[1] = pick(d1[0], d1[1], true);
+    } else {
+        // Even pixels, then odd ones: the first pixels of the pairs, then the second.
+        even[0] = d0[0];
+        even[1] = d0[1];
+        odd[0] = d1[0];
+        odd[1] = d1[1];
+    }
+}
+
+// One row of the standard members: sixteen pixels at a time in 128-bit blocks (the
+// carries pass from pair to pair inside a block and on to the next), then pair by
+// pair, then a last odd pixel. The blocks give the bits of the scalar pairs.
+template <bool Bgr, class In, class Memory>
+PXK_INLINE void carriedRow(const In& in, const CbYCrSink<Memory>& out, int32_t width) {
+    const int32_t pixels = 2 * (width / 2);
+    CarriedChroma chroma;
+    int32_t x = 0;
+    if (pixels >= kBlockPixels<V128>) {
+        V128 carryB = zero<V128>(), carryR = zero<V128>();
+        const V128 low8Mask = splat16<V128>(0x00FF);
+        for (; pixels - x >= kBlockPixels<V128>; x += kBlockPixels<V128>) {
+            Block<V128> b = in.template load<V128>(x);
+            if (Bgr) swapFirstAndThird(b);
+            const V128 luma = simd::halvesToPixelBytes(DirectLuma::luma(b.half[0]), DirectLuma::luma(b.half[1]));
+            V128 even[2], odd[2];
+            pairDots(kStandardChroma.cb, b, even, odd);
+            const V128 cb = CarriedChroma::carriedBlock(even, odd, carryB);
+            pairDots(kStandardChroma.cr, b, even, odd);
+            const V128 cr = CarriedChroma::carriedBlock(even, odd, carryR);
+            out.block422(x, luma, packus16(and_(cb, low8Mask), and_(cr, low8Mask)));
+        }
+        chroma.carryB = _mm_cvtsi128_si32(_mm_srli_si128(carryB, 12));
+        chroma.carryR = _mm_cvtsi128_si32(_mm_srli_si128(carryR, 12));
+    }
+    for (; x < pixels; x += 2) {
+        const Pixel3 p0 = readRgb<Bgr>(in, x), p1 = readRgb<Bgr>(in, x + 1);
+        uint8_t cb, cr;
+        chroma.pair(p0, p1, cb, cr);
+        out.luma(x, DirectLuma::luma(p0));
+        out.luma(x + 1, DirectLuma::luma(p1));
+        out.chroma(x / 2, cb, cr);
+    }
+    if (width % 2 != 0) OddLumaAndChroma<CarriedChroma>::write<AnyColumnLuma<DirectLuma>>(out, readRgb<Bgr>(in, pixels), pixels);
+}
+
+// ---------------------------------------------------------------------------------
+// Members
+// ---------------------------------------------------------------------------------
+
+// The rows of a region; `row(memory, width, src, dst)` converts one.
+template <class Row>
+PxkResult toCbYCr(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, PxkSize size, Row row) {
+    PXK_CHECK(checkPtrs(src, dst));
+    PXK_CHECK(checkSize(size, 1, 1));
+    driveRows(size.width, size.height, row, rows(src, srcStep), rows(dst, dstStep));
+    return pxkOk;
+}
+
+// 709HDTV: whole pairs in vector blocks as far as they fill them, the rest pair by
+// pair, then a last odd pixel.
+template <class In, class Memory>
+PXK_INLINE void hdtvRow(int32_t width, const uint8_t* s, uint8_t* d) {
+    convertGroupsRow<2, AnyColumnLuma<Hdtv709Luma>, Hdtv709PairChroma, kBGR, OddLumaAndChroma<Hdtv709LoneChroma>>(
+        In{{s}}, CbYCrSink<Memory>{d}, width);
+}
+
+template <bool Bgr, class In, class Memory>
+PXK_INLINE void standardRow(int32_t width, const uint8_t* s, uint8_t* d) {
+    carriedRow<Bgr>(In{{s}}, CbYCrSink<Memory>{d}, width);
+}
+
+// A member with two kernels: aligned or not, by both pointers and both steps.
+template <template <class Memory> class RowOf>
+PxkResult toCbYCrTwoKernels(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, PxkSize size) {
+    PXK_CHECK(checkPtrs(src, dst));
+    PXK_CHECK(checkSize(size, 1, 1));
+    byAlignment(src, srcStep, dst, dstStep, [&](auto memory) {
+        driveRows(size.width, size.height, RowOf<decltype(memory)>::run, rows(src, srcStep), rows(dst, dstStep));
+    });
+    return pxkOk;
+}
+
+template <class Memory>
+struct HdtvAC4Row {
+    static void run(int32_t width, const uint8_t* s, uint8_t* d) { hdtvRow<PackedC4InWith<Memory>, Memory>(width, s, d); }
+};
+template <class Memory>
+struct StandardAC4Row {
+    static void run(int32_t width, const uint8_t* s, uint8_t* d) {
+        standardRow<kBGR, PackedC4InWith<Memory>, Memory>(width, s, d);
+    }
+};
+
+}  // namespace
+
+extern "C" {
+
+PxkResult pxkiBGRToCbYCr422_709HDTV_8u_C3C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                             PxkSize roiSize) {
+    return toCbYCr(pSrc, srcStep, pDst, dstStep, roiSize, hdtvRow<PackedC3In, vec::UnalignedMemory>);
+}
+
+PxkResult pxkiBGRToCbYCr422_709HDTV_8u_AC4C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                              PxkSize roiSize) {
+    return toCbYCrTwoKernels<HdtvAC4Row>(pSrc, srcStep, pDst, dstStep, roiSize);
+}
+
+PxkResult pxkiRGBToCbYCr422_8u_C3C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                     PxkSize roiSize) {
+    return toCbYCr(pSrc, srcStep, pDst, dstStep, roiSize, standardRow<kRGB, PackedC3In, vec::UnalignedMemory>);
+}
+
+// Source bytes B, G, R, A: the carried chroma of RGBToCbYCr422_8u_C3C2R in that order.
+PxkResult pxkiBGRToCbYCr422_8u_AC4C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                      PxkSize roiSize) {
+    return toCbYCrTwoKernels<StandardAC4Row>(pSrc, srcStep, pDst, dstStep, roiSize);
+}
+
+}  // extern "C"
