@@ -111,14 +111,24 @@ struct ClampedSumChroma {
     PXK_INLINE static uint8_t cb(Pixel3 p) { return one(K.cb, p.c[0], p.c[1], p.c[2]); }
     PXK_INLINE static uint8_t cr(Pixel3 p) { return one(K.cr, p.c[0], p.c[1], p.c[2]); }
 
-    // The vector twin on 16-bit lanes of sums: madd16 on (sR, sG) and on (sB, offset /
-    // 16384), the offset carried by a factor of 16384; the 32-bit results saturate to
+    // The vector twin on 16-bit lanes of sums, in 32-bit lanes: each sum paired with
+    // itself and multiplied by the two halves of its coefficient (33489 does not fit a
+    // signed 16-bit factor whole), the offset added, the shift; the results saturate to
     // 16 bits and then to bytes on store, which is clamp8.
-    static_assert(kOffset % 16384 == 0 && kOffset / 16384 < 32768, "offset as a product");
+    template <class V>
+    PXK_INLINE static V term(V s, int32_t k, int h) {
+        const V twice = h == 0 ? unpacklo16(s, s) : unpackhi16(s, s);
+        return madd16(twice, pairs<V>(k / 2, k - k / 2));
+    }
     template <class V>
     PXK_INLINE static V row(const int32_t (&k)[3], V sr, V sg, V sb) {
-        return lumaOfPairs(sr, sg, sb, splat16<V>(kOffset / 16384), pairs<V>(k[0], k[1]), pairs<V>(k[2], 16384),
-                           [](V s) PXK_LAMBDA_INLINE { return srai32<Shift>(s); });
+        V out[2];
+        PXK_UNROLL
+        for (int h = 0; h < 2; ++h) {
+            const V sum = add32(add32(term(sr, k[0], h), term(sg, k[1], h)), add32(term(sb, k[2], h), splat32<V>(kOffset)));
+            out[h] = srai32<Shift>(sum);
+        }
+        return packs32(out[0], out[1]);
     }
     template <class V>
     PXK_INLINE static void apply(V sr, V sg, V sb, V& cbOut, V& crOut) {
