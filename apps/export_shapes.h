@@ -29,6 +29,10 @@ using PlanarToPlanarSteps = PxkResult (*)(const uint8_t* const[3], const int32_t
 using PackedToPlanarTight = PxkResult (*)(const uint8_t*, uint8_t* const[3], PxkSize);
 using PackedToTwoPlanes = PxkResult (*)(const uint8_t*, int32_t, uint8_t*, int32_t, uint8_t*, int32_t, PxkSize);
 using PlanarToPlanarTight = PxkResult (*)(const uint8_t* const[3], uint8_t* const[3], PxkSize);
+using PlanarStepsToPacked = PxkResult (*)(const uint8_t* const[3], const int32_t[3], uint8_t*, int32_t, PxkSize);
+using PlanarStepsToPackedAlpha = PxkResult (*)(const uint8_t* const[3], const int32_t[3], uint8_t*, int32_t, PxkSize,
+                                               uint8_t);
+using WordsToWords = PxkResult (*)(const uint32_t*, int32_t, uint16_t*, int32_t, PxkSize);
 
 template <class Image>
 PxkSize regionOf(const Image& image) {
@@ -89,6 +93,25 @@ PxkResult planarToPlanarSteps(PlanarToPlanarSteps f, const Image& s, Image& d) {
 template <class Image>
 PxkResult packedToTwoPlanes(PackedToTwoPlanes f, const Image& s, Image& d) {
     return f(s.data(), s.step(), d.planes()[0], d.steps()[0], d.planes()[1], d.steps()[1], regionOf(s));
+}
+
+// Planes of their own sizes, one step a plane, into one packed image.
+template <class Image>
+PxkResult planarStepsToPacked(PlanarStepsToPacked f, const Image& s, Image& d) {
+    return f(s.planes(), s.steps(), d.data(), d.step(), regionOf(s));
+}
+
+template <class Image>
+PxkResult planarStepsToPackedAlpha(PlanarStepsToPackedAlpha f, const Image& s, Image& d, uint8_t alpha = 0xFF) {
+    return f(s.planes(), s.steps(), d.data(), d.step(), regionOf(s), alpha);
+}
+
+// 32-bit words into 16-bit words, steps counted in elements (the images' byte steps
+// are multiples of 4).
+template <class Image>
+PxkResult wordsToWords(WordsToWords f, const Image& s, Image& d) {
+    return f(reinterpret_cast<const uint32_t*>(s.data()), s.step() / 4, reinterpret_cast<uint16_t*>(d.data()),
+             d.step() / 2, regionOf(s));
 }
 
 // Forms without steps: the rows must lie tightly packed (the image's step equal to its

@@ -192,12 +192,16 @@ PXK_VEC_OP2(mulhi16, _mm_mulhi_epi16, _mm256_mulhi_epi16)
 PXK_VEC_OP2(mulhiu16, _mm_mulhi_epu16, _mm256_mulhi_epu16)
 // Each 32-bit lane: a.lo * b.lo + a.hi * b.hi over signed 16-bit halves.
 PXK_VEC_OP2(madd16, _mm_madd_epi16, _mm256_madd_epi16)
+// Lane by lane minimum and maximum of signed 16-bit values.
+PXK_VEC_OP2(min16, _mm_min_epi16, _mm256_min_epi16)
+PXK_VEC_OP2(max16, _mm_max_epi16, _mm256_max_epi16)
 PXK_VEC_OP2(and_, _mm_and_si128, _mm256_and_si256)
 PXK_VEC_OP2(or_, _mm_or_si128, _mm256_or_si256)
 
 PXK_VEC_IMM(slli16, _mm_slli_epi16, _mm256_slli_epi16)
 PXK_VEC_IMM(srli16, _mm_srli_epi16, _mm256_srli_epi16)
 PXK_VEC_IMM(srai16, _mm_srai_epi16, _mm256_srai_epi16)
+PXK_VEC_IMM(slli32, _mm_slli_epi32, _mm256_slli_epi32)
 PXK_VEC_IMM(srli32, _mm_srli_epi32, _mm256_srli_epi32)
 PXK_VEC_IMM(srai32, _mm_srai_epi32, _mm256_srai_epi32)
 
@@ -282,6 +286,8 @@ PXK_VEC_FOP2(mulF, _mm_mul_ps, _mm256_mul_ps)
 // truncated toward zero.
 PXK_INLINE F128 toFloat(V128 v) { return _mm_cvtepi32_ps(v); }
 PXK_INLINE V128 truncToInt(F128 v) { return _mm_cvttps_epi32(v); }
+// All ones in the 32-bit lanes where a < b, zeros elsewhere.
+PXK_INLINE V128 lessThanF(F128 a, F128 b) { return _mm_castps_si128(_mm_cmplt_ps(a, b)); }
 
 #undef PXK_VEC_OP2
 #undef PXK_VEC_IMM
@@ -301,6 +307,7 @@ template <>
 PXK_INLINE F256 splatF<F256>(float v) { return _mm256_set1_ps(v); }
 PXK_INLINE F256 toFloat(V256 v) { return _mm256_cvtepi32_ps(v); }
 PXK_INLINE V256 truncToInt(F256 v) { return _mm256_cvttps_epi32(v); }
+PXK_INLINE V256 lessThanF(F256 a, F256 b) { return _mm256_castps_si256(_mm256_cmp_ps(a, b, _CMP_LT_OQ)); }
 template <>
 PXK_INLINE V256 splat32Pattern<V256>(int32_t a, int32_t b, int32_t c, int32_t d) {
     return _mm256_setr_epi32(a, b, c, d, a, b, c, d);

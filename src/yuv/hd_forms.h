@@ -51,19 +51,21 @@ PXK_INLINE V lumaOfPairs(V first, V second, V third, V fourth, V k01, V k23, Fin
     return packs32(s[0], s[1]);
 }
 
-// 709CSC: Y = clamp8((5997 R + 20120 G + 2032 B + 540672) >> 15), 540672 being 16.5 at
-// that scale. The vector form carries the offset as 33 * 16384 beside B.
-struct Csc709Luma {
-    PXK_INLINE static uint8_t luma(Pixel3 p) {
-        return clamp8(asr(5997 * p.c[0] + 20120 * p.c[1] + 2032 * p.c[2] + 540672, 15));
-    }
-    static_assert(33 * 16384 == 540672, "offset as a product");
+// Y = clamp8((kR R + kG G + kB B + Offset) >> Shift). The vector form carries the offset
+// as Offset / 16384 beside B, times 16384.
+template <int32_t KR, int32_t KG, int32_t KB, int32_t Offset, int Shift>
+struct OffsetLuma {
+    PXK_INLINE static uint8_t luma(Pixel3 p) { return clamp8(asr(KR * p.c[0] + KG * p.c[1] + KB * p.c[2] + Offset, Shift)); }
+    static_assert(Offset % 16384 == 0 && Offset / 16384 < 32768, "offset as a product");
     template <class V>
     PXK_INLINE static V luma(const Lanes3<V>& p) {
-        return lumaOfPairs(p.c[0], p.c[1], p.c[2], splat16<V>(33), pairs<V>(5997, 20120), pairs<V>(2032, 16384),
-                           [](V s) PXK_LAMBDA_INLINE { return srai32<15>(s); });
+        return lumaOfPairs(p.c[0], p.c[1], p.c[2], splat16<V>(Offset / 16384), pairs<V>(KR, KG), pairs<V>(KB, 16384),
+                           [](V s) PXK_LAMBDA_INLINE { return srai32<Shift>(s); });
     }
 };
+
+// 709CSC: scale 2^15, offset 540672 (16.5 at that scale).
+using Csc709Luma = OffsetLuma<5997, 20120, 2032, 540672, 15>;
 
 // 709HDTV: S = 13959 R + 46858 G + 4719 B, Y = clamp8((S - (S >> 7) + 98304) >> 16):
 // black gives 1, white 254, gray 128 gives 128. The vector form splits 46858, too wide

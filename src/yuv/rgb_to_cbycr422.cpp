@@ -16,6 +16,7 @@
 #include "yuv/groups_row.h"
 #include "yuv/hd_forms.h"
 #include "yuv/hd_rows.h"
+#include "yuv/pair_dots.h"
 
 using namespace pxk;
 using namespace pxk::yuv;
@@ -62,10 +63,8 @@ struct CarriedChroma {
     // pair there. Returns the eight results in 16-bit lanes (not yet cut to 8 bits).
     PXK_INLINE static V128 carriedBlock(const V128 even[2], const V128 odd[2], V128& carry) {
         const V128 q[2] = {srai32<2>(odd[0]), srai32<2>(odd[1])};
-        // The q of each pair's predecessor: q shifted up by one pair.
-        const V128 before[2] = {_mm_or_si128(_mm_slli_si128(q[0], 4), _mm_srli_si128(carry, 12)),
-                                _mm_or_si128(_mm_slli_si128(q[1], 4), _mm_srli_si128(q[0], 12))};
-        carry = q[1];
+        V128 before[2];  // the q of each pair's predecessor
+        fromPairBefore(q, carry, before);
         V128 c[2];
         PXK_UNROLL
         for (int h = 0; h < 2; ++h) {
@@ -74,41 +73,6 @@ struct CarriedChroma {
         return packs32(c[0], c[1]);  // within -256..0: no saturation
     }
 };
-
-// k . p of the pixels of one half of a block (eight 16-bit lanes a channel), in 32-bit
-// lanes: pixels 0 to 3 of the half, then 4 to 7.
-PXK_INLINE void dotHalf(const int32_t (&k)[3], const Lanes3<V128>& h, V128 out[2]) {
-    const V128 z = zero<V128>();
-    const V128 rg[2] = {unpacklo16(h.c[0], h.c[1]), unpackhi16(h.c[0], h.c[1])};
-    const V128 b0[2] = {unpacklo16(h.c[2], z), unpackhi16(h.c[2], z)};
-    PXK_UNROLL
-    for (int i = 0; i < 2; ++i) out[i] = add32(madd16(rg[i], pairs<V128>(k[0], k[1])), madd16(b0[i], pairs<V128>(k[2], 0)));
-}
-
-// k . p0 and k . p1 of the eight pairs of a block, four pairs a vector.
-PXK_INLINE void pairDots(const int32_t (&k)[3], const Block<V128>& b, V128 even[2], V128 odd[2]) {
-    V128 d0[2], d1[2];
-    dotHalf(k, b.half[0], d0);
-    dotHalf(k, b.half[1], d1);
-    if constexpr (simd::packedPosition(1) == 1) {
-        // Halves in pixel order: d0 holds pixels 0 to 7, d1 pixels 8 to 15.
-        auto pick = [](V128 a, V128 c, bool second) PXK_LAMBDA_INLINE {
-            const __m128 fa = _mm_castsi128_ps(a), fc = _mm_castsi128_ps(c);
-            return _mm_castps_si128(second ? _mm_shuffle_ps(fa, fc, _MM_SHUFFLE(3, 1, 3, 1))
-                                           : _mm_shuffle_ps(fa, fc, _MM_SHUFFLE(2, 0, 2, 0)));
-        };
-        even[0] = pick(d0[0], d0[1], false);
-        odd[0] = pick(d0[0], d0[1], true);
-        even[1] = pick(d1[0], d1[1], false);
-        odd[1] = pick(d1[0], d1[1], true);
-    } else {
-        // Even pixels, then odd ones: the first pixels of the pairs, then the second.
-        even[0] = d0[0];
-        even[1] = d0[1];
-        odd[0] = d1[0];
-        odd[1] = d1[1];
-    }
-}
 
 // One row of the standard members: sixteen pixels at a time in 128-bit blocks (the
 // carries pass from pair to pair inside a block and on to the next), then pair by
@@ -132,8 +96,8 @@ PXK_INLINE void carriedRow(const In& in, const CbYCrSink<Memory>& out, int32_t w
             const V128 cr = CarriedChroma::carriedBlock(even, odd, carryR);
             out.block422(x, luma, packus16(and_(cb, low8Mask), and_(cr, low8Mask)));
         }
-        chroma.carryB = _mm_cvtsi128_si32(_mm_srli_si128(carryB, 12));
-        chroma.carryR = _mm_cvtsi128_si32(_mm_srli_si128(carryR, 12));
+        chroma.carryB = carriedValue(carryB);
+        chroma.carryR = carriedValue(carryR);
     }
     for (; x < pixels; x += 2) {
         const Pixel3 p0 = readRgb<Bgr>(in, x), p1 = readRgb<Bgr>(in, x + 1);

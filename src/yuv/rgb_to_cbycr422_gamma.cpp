@@ -13,6 +13,9 @@
 // A last odd pixel writes two bytes: Cb = low8((-9699 R - 19071 G + 28770 B - 8355840)
 // >> 16), then Y = low8((16843 R + 33030 G + 6423 B + 1081344) >> 16); its Cr byte is
 // left unwritten.
+// Whole pairs run in vector blocks of eight pairs as far as they fill them, the sums
+// split as s . site + n . right + n . left, with n . left carried from pair to pair
+// (the same integers, so the same bits), then pair by pair.
 // Checks: the pointers, then the size (1 by 1); steps are not tested.
 #include "pxkcc.h"
 
@@ -20,7 +23,9 @@
 #include "frame/drivers.h"
 #include "frame/fixed_point.h"
 #include "twist_gamma/gamma_tables.h"
+#include "yuv/hd_forms.h"
 #include "yuv/hd_rows.h"
+#include "yuv/pair_dots.h"
 #include "yuv/subsampled_forms.h"
 
 using namespace pxk;
@@ -28,6 +33,7 @@ using namespace pxk::yuv;
 
 namespace {
 
+// The chroma weights of a site and of each neighbour.
 struct Weights {
     int32_t site[3];
     int32_t neighbour[3];
@@ -36,54 +42,90 @@ constexpr Weights kCb{{-2426, -4769, 7193}, {-1213, -2385, 3596}};
 constexpr Weights kCr{{7193, -6030, -1164}, {3596, -3015, -582}};
 constexpr int32_t kChromaRound = 4210687;
 
-// A pixel of the row, read through the table.
-struct Linear {
-    int32_t c[3];
-};
+// The luma of the pairs, scale 2^15.
+using PairLuma = OffsetLuma<8422, 16515, 3212, 540672, 15>;
 
-PXK_INLINE Linear readThroughTable(const uint8_t* row, int32_t x) {
-    const uint8_t* p = row + pixelOffset<3>(x);
-    return Linear{{static_cast<int32_t>(gamma::kForward8u[p[0]]), static_cast<int32_t>(gamma::kForward8u[p[1]]),
-                   static_cast<int32_t>(gamma::kForward8u[p[2]])}};
+PXK_INLINE int32_t dot(const int32_t (&k)[3], Pixel3 p) { return k[0] * p.c[0] + k[1] * p.c[1] + k[2] * p.c[2]; }
+
+// Samples through the table (its entries fit a byte), `count` pixels.
+PXK_INLINE void throughTable(const uint8_t* src, uint8_t* dst, int32_t count) {
+    for (int32_t i = 0; i < 3 * count; ++i) dst[i] = static_cast<uint8_t>(gamma::kForward8u[src[i]]);
 }
 
-PXK_INLINE uint8_t groupLuma(const Linear& p) {
-    return clamp8(asr(8422 * p.c[0] + 16515 * p.c[1] + 3212 * p.c[2] + 540672, 15));
+PXK_INLINE Pixel3 pixelThroughTable(const uint8_t* row, int32_t x) {
+    const Pixel3 p = readPacked<3>(row, x);
+    return Pixel3{{static_cast<uint8_t>(gamma::kForward8u[p.c[0]]), static_cast<uint8_t>(gamma::kForward8u[p.c[1]]),
+                   static_cast<uint8_t>(gamma::kForward8u[p.c[2]])}};
 }
 
-PXK_INLINE uint8_t siteChroma(const Weights& w, const Linear& left, const Linear& site, const Linear& right) {
-    int32_t sum = kChromaRound;
-    for (int c = 0; c < 3; ++c) sum += w.site[c] * site.c[c] + w.neighbour[c] * (left.c[c] + right.c[c]);
-    return clamp8(asr(sum, 15));
+// The chroma of a site, its right neighbour, and n . left (left being the pixel before
+// the site) handed in: s . site + n . right + n . left, rounded, shifted, clamped.
+PXK_INLINE uint8_t siteChroma(const Weights& w, Pixel3 site, Pixel3 right, int32_t leftDot) {
+    return clamp8(asr(dot(w.site, site) + dot(w.neighbour, right) + leftDot + kChromaRound, 15));
 }
 
-// The pair at column x (even), its chroma at x with neighbours x - 1 (or x itself at
-// the start of the row) and x + 1.
-PXK_INLINE void pairAt(const uint8_t* src, const CbYCrSink<vec::UnalignedMemory>& out, int32_t x) {
-    const Linear site = readThroughTable(src, x);
-    const Linear right = readThroughTable(src, x + 1);
-    const Linear left = x == 0 ? site : readThroughTable(src, x - 1);
-    out.luma(x, groupLuma(site));
-    out.luma(x + 1, groupLuma(right));
-    out.chroma(x / 2, siteChroma(kCb, left, site, right), siteChroma(kCr, left, site, right));
+// The vector twin for the eight pairs of a block: `carry` holds n . left of the block's
+// first site in lane 3, and leaves with that of the next block's.
+PXK_INLINE V128 blockChroma(const Weights& w, const Block<V128>& b, V128& carry) {
+    V128 sites[2], unused[2], rights[2], before[2];
+    pairDots(w.site, b, sites, unused);
+    pairDots(w.neighbour, b, unused, rights);
+    fromPairBefore(rights, carry, before);
+    V128 c[2];
+    PXK_UNROLL
+    for (int h = 0; h < 2; ++h) {
+        c[h] = srai32<15>(add32(add32(sites[h], rights[h]), add32(before[h], splat32<V128>(kChromaRound))));
+    }
+    return packs32(c[0], c[1]);  // within 16..240
 }
+
+// Pixels go through the table a stretch at a time, into a buffer on the stack.
+constexpr int32_t kStretch = 256;
 
 void gammaRow(int32_t width, const uint8_t* src, uint8_t* dst) {
     const CbYCrSink<vec::UnalignedMemory> out{dst};
-    const int32_t groups = width / 4;
-    for (int32_t g = 0; g < groups; ++g) {
-        pairAt(src, out, 4 * g);
-        pairAt(src, out, 4 * g + 2);
+    const int32_t pixels = 2 * (width / 2);
+    // n . (the pixel before the next site); at the start of a row the first site
+    // stands in for it.
+    int32_t leftCb = 0, leftCr = 0;
+    if (pixels > 0) {
+        const Pixel3 first = pixelThroughTable(src, 0);
+        leftCb = dot(kCb.neighbour, first);
+        leftCr = dot(kCr.neighbour, first);
     }
-    int32_t x = 4 * groups;
-    if (width - x >= 2) {
-        pairAt(src, out, x);
-        x += 2;
+    // Whole blocks of 16 pixels (eight pairs) in vectors, a stretch at a time.
+    const int32_t blockEnd = pixels - pixels % kBlockPixels<V128>;
+    if (blockEnd > 0) {
+        alignas(16) uint8_t linear[3 * kStretch];
+        V128 carryCb = carryOf(leftCb), carryCr = carryOf(leftCr);
+        for (int32_t x = 0; x < blockEnd; x += kStretch) {
+            const int32_t count = blockEnd - x < kStretch ? blockEnd - x : kStretch;
+            throughTable(src + pixelOffset<3>(x), linear, count);
+            const PackedC3In in{{linear}};
+            for (int32_t i = 0; i < count; i += kBlockPixels<V128>) {
+                const Block<V128> b = in.load<V128>(i);
+                const V128 luma = simd::halvesToPixelBytes(PairLuma::luma(b.half[0]), PairLuma::luma(b.half[1]));
+                const V128 cb = blockChroma(kCb, b, carryCb), cr = blockChroma(kCr, b, carryCr);
+                out.block422(x + i, luma, packus16(cb, cr));
+            }
+        }
+        leftCb = carriedValue(carryCb);
+        leftCr = carriedValue(carryCr);
     }
-    if (x < width) {
-        const Linear p = readThroughTable(src, x);
-        out.loneChroma(x, low8(asr(-9699 * p.c[0] - 19071 * p.c[1] + 28770 * p.c[2] - 8355840, 16)), 0);
-        out.luma(x, low8(asr(16843 * p.c[0] + 33030 * p.c[1] + 6423 * p.c[2] + 1081344, 16)));
+    // The pairs left, one at a time.
+    for (int32_t x = blockEnd; x < pixels; x += 2) {
+        const Pixel3 site = pixelThroughTable(src, x), right = pixelThroughTable(src, x + 1);
+        out.luma(x, PairLuma::luma(site));
+        out.luma(x + 1, PairLuma::luma(right));
+        out.chroma(x / 2, siteChroma(kCb, site, right, leftCb), siteChroma(kCr, site, right, leftCr));
+        leftCb = dot(kCb.neighbour, right);
+        leftCr = dot(kCr.neighbour, right);
+    }
+    // A last odd pixel: its own Cb at 2^16, then its Y by the standard luma.
+    if (width % 2 != 0) {
+        const Pixel3 p = pixelThroughTable(src, pixels);
+        out.loneChroma(pixels, low8(asr(dot(kStandardChroma.cb, p) - 8355840, 16)), 0);
+        out.luma(pixels, DirectLuma::luma(p));
     }
 }
 

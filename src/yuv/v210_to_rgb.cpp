@@ -17,7 +17,8 @@
 //
 // Rows: groups of six pixels, then the width % 6 that remain from the next group's
 // words (gray: word pairs of three pixels, then the one or two that remain); only the
-// words that hold a needed field are read. Steps count elements: srcStep 32-bit words,
+// words that hold a needed field are read. Whole groups run four at a time in vector
+// blocks that give the bits of the scalar pixels. Steps count elements: srcStep 32-bit words,
 // dstStep 16-bit words. Checks: the pointers, the size (1 by 1), then the steps (below
 // 1 gives pxkErrSize).
 #include "pxkcc.h"
@@ -26,6 +27,9 @@
 #include "frame/drivers.h"
 
 #include <cstring>
+#include <type_traits>
+
+#include "frame/vec.h"
 
 using namespace pxk;
 
@@ -75,18 +79,122 @@ PXK_INLINE uint16_t packed(int32_t luma, const PairChroma& c) {
 }
 
 template <bool Bgr>
-void colourRow(int32_t width, const uint32_t* src, uint16_t* dst) {
-    // Whole groups of six, then the rest: the same fields, pair by pair.
-    for (int32_t x = 0; x < width; x += 2) {
+PXK_INLINE void colourPixels(const uint32_t* src, uint16_t* dst, int32_t from, int32_t width) {
+    // Pair by pair, the chroma terms once a pair.
+    for (int32_t x = from; x < width; x += 2) {
         const PairChroma c = pairChroma(field(src, cbField(x)), field(src, crField(x)));
         put(dst, x, packed<Bgr>(field(src, lumaField(x)), c));
         if (x + 1 < width) put(dst, x + 1, packed<Bgr>(field(src, lumaField(x + 1)), c));
     }
 }
 
-void grayRow(int32_t width, const uint32_t* src, uint16_t* dst) {
-    for (int32_t x = 0; x < width; ++x) put(dst, x, static_cast<uint16_t>(field(src, lumaField(x))));
+PXK_INLINE void grayPixels(const uint32_t* src, uint16_t* dst, int32_t from, int32_t width) {
+    for (int32_t x = from; x < width; ++x) put(dst, x, static_cast<uint16_t>(field(src, lumaField(x))));
 }
+
+// ---------------------------------------------------------------------------------
+// Vector blocks of four groups (24 pixels, 16 words): the same fields and the same
+// single-precision operations in the same order as the scalar pixels, so the same bits.
+// ---------------------------------------------------------------------------------
+
+using namespace vec;
+
+// The twelve fields of four groups, field f of group g in lane g of fields[f].
+struct GroupFields {
+    V128 f[12];
+};
+
+PXK_INLINE GroupFields loadGroups(const uint32_t* src) {
+    const uint8_t* p = reinterpret_cast<const uint8_t*>(src);
+    const V128 g0 = load128(p), g1 = load128(p + 16), g2 = load128(p + 32), g3 = load128(p + 48);
+    // Transpose: word k of the four groups in one vector.
+    const V128 a = unpacklo32(g0, g1), b = unpacklo32(g2, g3), c = unpackhi32(g0, g1), d = unpackhi32(g2, g3);
+    const V128 words[4] = {unpacklo64(a, b), unpackhi64(a, b), unpacklo64(c, d), unpackhi64(c, d)};
+    const V128 mask = splat32<V128>(0x3FF);
+    GroupFields out;
+    PXK_UNROLL
+    for (int k = 0; k < 4; ++k) {
+        out.f[3 * k] = and_(words[k], mask);
+        out.f[3 * k + 1] = and_(srli32<10>(words[k]), mask);
+        out.f[3 * k + 2] = and_(srli32<20>(words[k]), mask);
+    }
+    return out;
+}
+
+// Stores 24 samples of four groups: pairs[j] holds the two samples of pair j of group g
+// (first in the low half) in its lane g; the groups go one after the other, six
+// samples each.
+PXK_INLINE void storeGroups(uint16_t* dst, const V128 pairs[3]) {
+    const V128 p0 = pairs[0], p1 = pairs[1], p2 = pairs[2];
+    auto join = [](V128 lo, V128 hi, auto imm) PXK_LAMBDA_INLINE {
+        return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(lo), _mm_castsi128_ps(hi), decltype(imm)::value));
+    };
+    const V128 p0next = _mm_srli_si128(p0, 4), p1next = _mm_srli_si128(p1, 4), p2next = _mm_srli_si128(p2, 4);
+    const V128 t0 = unpacklo32(p0, p1);          // P0g0 P1g0 P0g1 P1g1
+    const V128 t1 = unpackhi32(p0, p1);          // P0g2 P1g2 P0g3 P1g3
+    const V128 u = unpacklo32(p2, p0next);       // P2g0 P0g1 P2g1 P0g2
+    const V128 w = unpacklo32(p1next, p2next);   // P1g1 P2g1 P1g2 P2g2
+    const V128 z = unpackhi32(p2, p0next);       // P2g2 P0g3 P2g3 -
+    const V128 q = unpackhi32(p1, p2);           // P1g2 P2g2 P1g3 P2g3
+    using Low2Low2 = std::integral_constant<int, _MM_SHUFFLE(1, 0, 1, 0)>;
+    using Low2High2 = std::integral_constant<int, _MM_SHUFFLE(3, 2, 1, 0)>;
+    uint8_t* out = reinterpret_cast<uint8_t*>(dst);
+    store128(out, join(t0, u, Low2Low2{}));        // P0g0 P1g0 P2g0 P0g1
+    store128(out + 16, join(w, t1, Low2Low2{}));   // P1g1 P2g1 P0g2 P1g2
+    store128(out + 32, join(z, q, Low2High2{}));   // P2g2 P0g3 P1g3 P2g3
+}
+
+// t = trunc(x), then t + 1 unless x - t < 0.5: t + 1 plus the all-ones mask of x - t <
+// 0.5. Every value lies well inside the range of the conversion.
+PXK_INLINE V128 roundUpFromHalf(F128 x) {
+    const V128 t = truncToInt(x);
+    const V128 below = lessThanF(subF(x, toFloat(t)), splatF<F128>(0.5f));
+    return add32(add32(t, splat32<V128>(1)), below);
+}
+
+// The two 16-bit samples of pair j of each group, from the fields.
+template <bool Bgr>
+PXK_INLINE V128 colourPair(const GroupFields& g, int j) {
+    const V128 bias = splat32<V128>(512);
+    const F128 cb = toFloat(sub32(g.f[4 * j], bias)), cr = toFloat(sub32(g.f[4 * j + 2], bias));
+    const F128 toR = mulF(splatF<F128>(1.54f), cr);
+    const F128 toG = addF(mulF(splatF<F128>(-0.183f), cb), mulF(splatF<F128>(-0.459f), cr));
+    const F128 toB = mulF(splatF<F128>(1.816f), cb);
+    const F128 y0 = toFloat(g.f[4 * j + 1]), y1 = toFloat(g.f[4 * j + 3]);
+    // Each channel of both pixels in 16-bit lanes (first pixel low), clamped.
+    auto channel = [&](F128 term, int32_t hi) PXK_LAMBDA_INLINE {
+        const V128 both = packs32(roundUpFromHalf(addF(y0, term)), roundUpFromHalf(addF(y1, term)));
+        return min16(max16(both, zero<V128>()), splat16<V128>(hi));
+    };
+    const V128 r = channel(toR, 31), gr = channel(toG, 63), b = channel(toB, 31);
+    const V128 packed = or_(or_(Bgr ? b : r, slli16<5>(gr)), slli16<11>(Bgr ? r : b));
+    return unpacklo16(packed, upperHalf(packed));  // first and second pixel side by side
+}
+
+PXK_INLINE V128 grayPair(const GroupFields& g, int j) {
+    return or_(g.f[4 * j + 1], slli32<16>(g.f[4 * j + 3]));
+}
+
+// A row: blocks of four whole groups, then pixel by pixel (the groups left, and the
+// width % 6 pixels of the next group's words).
+template <class Pair, class Pixels>
+PXK_INLINE void v210Row(int32_t width, const uint32_t* src, uint16_t* dst, Pair pair, Pixels pixels) {
+    constexpr int32_t kBlock = 24;
+    const int32_t blocks = width / kBlock;
+    for (int32_t i = 0; i < blocks; ++i) {
+        const GroupFields g = loadGroups(src + 16 * i);
+        const V128 pairs[3] = {pair(g, 0), pair(g, 1), pair(g, 2)};
+        storeGroups(dst + kBlock * i, pairs);
+    }
+    pixels(src, dst, kBlock * blocks, width);
+}
+
+template <bool Bgr>
+void colourRow(int32_t width, const uint32_t* src, uint16_t* dst) {
+    v210Row(width, src, dst, colourPair<Bgr>, colourPixels<Bgr>);
+}
+
+void grayRow(int32_t width, const uint32_t* src, uint16_t* dst) { v210Row(width, src, dst, grayPair, grayPixels); }
 
 template <class Row>
 PxkResult fromV210(const uint32_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep, PxkSize size, Row row) {

@@ -177,4 +177,36 @@ TEST(HdV210Values, PairSharesItsChroma) {
     EXPECT_EQ(out[1], 31 | 15 << 5 | 20 << 11);
 }
 
+// Near-neutral chroma, where the rounding and the clamps decide: every Y with Cb and Cr
+// from 488 to 535, in rows that run in vector blocks and in the scalar pixels alike.
+TEST_P(HdV210Each, NearNeutralFieldsAgainstReference) {
+    const HdExport& ex = *GetParam();
+    const int width = 6 * 181;  // 45 blocks of four groups and one group
+    const int height = 48 * 48 * 512 / (width / 2) + 1;
+    const std::vector<pxktest::StepKind> tight = {pxktest::StepKind::Tight};
+    Surface src = hdtest::makeSide(ex.source(width, height), tight, false, {});
+    Surface dst = hdtest::makeSide(ex.dest(width, height), tight, false, {});
+    Rng rng(21);
+    dst.fillRandom(rng);
+    long pair = 0;
+    for (int y = 0; y < height; ++y) {
+        uint8_t* row = src.image(0).row(y);
+        for (int g = 0; g < width / 6; ++g) {
+            int fields[12];
+            for (int j = 0; j < 3; ++j, ++pair) {
+                const long i = pair % (48L * 48 * 512);
+                fields[4 * j] = 488 + int(i % 48);
+                fields[4 * j + 2] = 488 + int(i / 48 % 48);
+                fields[4 * j + 1] = int(2 * (i / (48 * 48)));
+                fields[4 * j + 3] = int(2 * (i / (48 * 48)) + 1);
+            }
+            for (int k = 0; k < 4; ++k) {
+                const uint32_t w = word(fields[3 * k], fields[3 * k + 1], fields[3 * k + 2]);
+                std::memcpy(row + 16 * g + 4 * k, &w, 4);
+            }
+        }
+    }
+    EXPECT_TRUE(hdtest::compareOnce(ex, src, dst, width, height, 0));
+}
+
 }  // namespace
