@@ -220,6 +220,21 @@ PXK_VEC_OP2(unpackhi64, _mm_unpackhi_epi64, _mm256_unpackhi_epi64)
 
 // 32-bit lanes rearranged by an immediate, as _mm_shuffle_epi32.
 PXK_VEC_IMM(shuffle32, _mm_shuffle_epi32, _mm256_shuffle_epi32)
+// The bytes of each 128-bit lane moved down by N places, zeros shifted in.
+PXK_VEC_IMM(bytesDown, _mm_srli_si128, _mm256_srli_si256)
+
+// Two 32-bit lanes of a, then two of b, picked by an immediate in each 128-bit lane,
+// as _mm_shuffle_ps.
+template <int Imm>
+PXK_INLINE V128 shuffle2x32(V128 a, V128 b) {
+    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a), _mm_castsi128_ps(b), Imm));
+}
+#if defined(PXKCC_TARGET_AVX2)
+template <int Imm>
+PXK_INLINE V256 shuffle2x32(V256 a, V256 b) {
+    return _mm256_castps_si256(_mm256_shuffle_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b), Imm));
+}
+#endif
 
 // The upper eight bytes of each lane, moved to its lower half (the upper half repeats
 // them). A dword shuffle writes a new register, so `a` stays usable.

@@ -27,7 +27,6 @@
 #include "frame/drivers.h"
 
 #include <cstring>
-#include <type_traits>
 
 #include "frame/vec.h"
 
@@ -93,25 +92,30 @@ PXK_INLINE void grayPixels(const uint32_t* src, uint16_t* dst, int32_t from, int
 }
 
 // ---------------------------------------------------------------------------------
-// Vector blocks of four groups (24 pixels, 16 words): the same fields and the same
-// single-precision operations in the same order as the scalar pixels, so the same bits.
+// Vector blocks of four groups a 128-bit lane (24 pixels, 16 words): the same fields
+// and the same single-precision operations in the same order as the scalar pixels, so
+// the same bits. Lane L of a block holds groups 4 L to 4 L + 3.
 // ---------------------------------------------------------------------------------
 
 using namespace vec;
 
-// The twelve fields of four groups, field f of group g in lane g of fields[f].
+// The twelve fields of each lane's four groups, field f of the lane's group g in its
+// 32-bit lane g of fields[f].
+template <class V>
 struct GroupFields {
-    V128 f[12];
+    V f[12];
 };
 
-PXK_INLINE GroupFields loadGroups(const uint32_t* src) {
+template <class V>
+PXK_INLINE GroupFields<V> loadGroups(const uint32_t* src) {
     const uint8_t* p = reinterpret_cast<const uint8_t*>(src);
-    const V128 g0 = load128(p), g1 = load128(p + 16), g2 = load128(p + 32), g3 = load128(p + 48);
+    const V g0 = loadLanes<V, 64>(p), g1 = loadLanes<V, 64>(p + 16);
+    const V g2 = loadLanes<V, 64>(p + 32), g3 = loadLanes<V, 64>(p + 48);
     // Transpose: word k of the four groups in one vector.
-    const V128 a = unpacklo32(g0, g1), b = unpacklo32(g2, g3), c = unpackhi32(g0, g1), d = unpackhi32(g2, g3);
-    const V128 words[4] = {unpacklo64(a, b), unpackhi64(a, b), unpacklo64(c, d), unpackhi64(c, d)};
-    const V128 mask = splat32<V128>(0x3FF);
-    GroupFields out;
+    const V a = unpacklo32(g0, g1), b = unpacklo32(g2, g3), c = unpackhi32(g0, g1), d = unpackhi32(g2, g3);
+    const V words[4] = {unpacklo64(a, b), unpackhi64(a, b), unpacklo64(c, d), unpackhi64(c, d)};
+    const V mask = splat32<V>(0x3FF);
+    GroupFields<V> out;
     PXK_UNROLL
     for (int k = 0; k < 4; ++k) {
         out.f[3 * k] = and_(words[k], mask);
@@ -121,80 +125,94 @@ PXK_INLINE GroupFields loadGroups(const uint32_t* src) {
     return out;
 }
 
-// Stores 24 samples of four groups: pairs[j] holds the two samples of pair j of group g
-// (first in the low half) in its lane g; the groups go one after the other, six
-// samples each.
-PXK_INLINE void storeGroups(uint16_t* dst, const V128 pairs[3]) {
-    const V128 p0 = pairs[0], p1 = pairs[1], p2 = pairs[2];
-    auto join = [](V128 lo, V128 hi, auto imm) PXK_LAMBDA_INLINE {
-        return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(lo), _mm_castsi128_ps(hi), decltype(imm)::value));
-    };
-    const V128 p0next = _mm_srli_si128(p0, 4), p1next = _mm_srli_si128(p1, 4), p2next = _mm_srli_si128(p2, 4);
-    const V128 t0 = unpacklo32(p0, p1);          // P0g0 P1g0 P0g1 P1g1
-    const V128 t1 = unpackhi32(p0, p1);          // P0g2 P1g2 P0g3 P1g3
-    const V128 u = unpacklo32(p2, p0next);       // P2g0 P0g1 P2g1 P0g2
-    const V128 w = unpacklo32(p1next, p2next);   // P1g1 P2g1 P1g2 P2g2
-    const V128 z = unpackhi32(p2, p0next);       // P2g2 P0g3 P2g3 -
-    const V128 q = unpackhi32(p1, p2);           // P1g2 P2g2 P1g3 P2g3
-    using Low2Low2 = std::integral_constant<int, _MM_SHUFFLE(1, 0, 1, 0)>;
-    using Low2High2 = std::integral_constant<int, _MM_SHUFFLE(3, 2, 1, 0)>;
+// Stores 24 samples of each lane's four groups: pairs[j] holds the two samples of pair
+// j of group g (first in the low half) in its 32-bit lane g; the groups go one after
+// the other, six samples each, 48 bytes a lane.
+template <class V>
+PXK_INLINE void storeGroups(uint16_t* dst, const V pairs[3]) {
+    const V p0 = pairs[0], p1 = pairs[1], p2 = pairs[2];
+    const V p0next = bytesDown<4>(p0), p1next = bytesDown<4>(p1), p2next = bytesDown<4>(p2);
+    const V t0 = unpacklo32(p0, p1);         // P0g0 P1g0 P0g1 P1g1
+    const V t1 = unpackhi32(p0, p1);         // P0g2 P1g2 P0g3 P1g3
+    const V u = unpacklo32(p2, p0next);      // P2g0 P0g1 P2g1 P0g2
+    const V w = unpacklo32(p1next, p2next);  // P1g1 P2g1 P1g2 P2g2
+    const V z = unpackhi32(p2, p0next);      // P2g2 P0g3 P2g3 -
+    const V q = unpackhi32(p1, p2);          // P1g2 P2g2 P1g3 P2g3
     uint8_t* out = reinterpret_cast<uint8_t*>(dst);
-    store128(out, join(t0, u, Low2Low2{}));        // P0g0 P1g0 P2g0 P0g1
-    store128(out + 16, join(w, t1, Low2Low2{}));   // P1g1 P2g1 P0g2 P1g2
-    store128(out + 32, join(z, q, Low2High2{}));   // P2g2 P0g3 P1g3 P2g3
+    storeLanes<V, 48>(out, shuffle2x32<_MM_SHUFFLE(1, 0, 1, 0)>(t0, u));       // P0g0 P1g0 P2g0 P0g1
+    storeLanes<V, 48>(out + 16, shuffle2x32<_MM_SHUFFLE(1, 0, 1, 0)>(w, t1));  // P1g1 P2g1 P0g2 P1g2
+    storeLanes<V, 48>(out + 32, shuffle2x32<_MM_SHUFFLE(3, 2, 1, 0)>(z, q));   // P2g2 P0g3 P1g3 P2g3
 }
 
 // t = trunc(x), then t + 1 unless x - t < 0.5: t + 1 plus the all-ones mask of x - t <
 // 0.5. Every value lies well inside the range of the conversion.
-PXK_INLINE V128 roundUpFromHalf(F128 x) {
-    const V128 t = truncToInt(x);
-    const V128 below = lessThanF(subF(x, toFloat(t)), splatF<F128>(0.5f));
-    return add32(add32(t, splat32<V128>(1)), below);
+template <class V>
+PXK_INLINE V roundUpFromHalf(FloatOf<V> x) {
+    const V t = truncToInt(x);
+    const V below = lessThanF(subF(x, toFloat(t)), splatF<FloatOf<V>>(0.5f));
+    return add32(add32(t, splat32<V>(1)), below);
 }
 
 // The two 16-bit samples of pair j of each group, from the fields.
-template <bool Bgr>
-PXK_INLINE V128 colourPair(const GroupFields& g, int j) {
-    const V128 bias = splat32<V128>(512);
-    const F128 cb = toFloat(sub32(g.f[4 * j], bias)), cr = toFloat(sub32(g.f[4 * j + 2], bias));
-    const F128 toR = mulF(splatF<F128>(1.54f), cr);
-    const F128 toG = addF(mulF(splatF<F128>(-0.183f), cb), mulF(splatF<F128>(-0.459f), cr));
-    const F128 toB = mulF(splatF<F128>(1.816f), cb);
-    const F128 y0 = toFloat(g.f[4 * j + 1]), y1 = toFloat(g.f[4 * j + 3]);
+template <bool Bgr, class V>
+PXK_INLINE V colourPair(const GroupFields<V>& g, int j) {
+    using F = FloatOf<V>;
+    const V bias = splat32<V>(512);
+    const F cb = toFloat(sub32(g.f[4 * j], bias)), cr = toFloat(sub32(g.f[4 * j + 2], bias));
+    const F toR = mulF(splatF<F>(1.54f), cr);
+    const F toG = addF(mulF(splatF<F>(-0.183f), cb), mulF(splatF<F>(-0.459f), cr));
+    const F toB = mulF(splatF<F>(1.816f), cb);
+    const F y0 = toFloat(g.f[4 * j + 1]), y1 = toFloat(g.f[4 * j + 3]);
     // Each channel of both pixels in 16-bit lanes (first pixel low), clamped.
-    auto channel = [&](F128 term, int32_t hi) PXK_LAMBDA_INLINE {
-        const V128 both = packs32(roundUpFromHalf(addF(y0, term)), roundUpFromHalf(addF(y1, term)));
-        return min16(max16(both, zero<V128>()), splat16<V128>(hi));
+    auto channel = [&](F term, int32_t hi) PXK_LAMBDA_INLINE {
+        const V both = packs32(roundUpFromHalf<V>(addF(y0, term)), roundUpFromHalf<V>(addF(y1, term)));
+        return min16(max16(both, zero<V>()), splat16<V>(hi));
     };
-    const V128 r = channel(toR, 31), gr = channel(toG, 63), b = channel(toB, 31);
-    const V128 packed = or_(or_(Bgr ? b : r, slli16<5>(gr)), slli16<11>(Bgr ? r : b));
+    const V r = channel(toR, 31), gr = channel(toG, 63), b = channel(toB, 31);
+    const V packed = or_(or_(Bgr ? b : r, slli16<5>(gr)), slli16<11>(Bgr ? r : b));
     return unpacklo16(packed, upperHalf(packed));  // first and second pixel side by side
 }
 
-PXK_INLINE V128 grayPair(const GroupFields& g, int j) {
+template <class V>
+PXK_INLINE V grayPair(const GroupFields<V>& g, int j) {
     return or_(g.f[4 * j + 1], slli32<16>(g.f[4 * j + 3]));
 }
 
-// A row: blocks of four whole groups, then pixel by pixel (the groups left, and the
-// width % 6 pixels of the next group's words).
-template <class Pair, class Pixels>
-PXK_INLINE void v210Row(int32_t width, const uint32_t* src, uint16_t* dst, Pair pair, Pixels pixels) {
-    constexpr int32_t kBlock = 24;
-    const int32_t blocks = width / kBlock;
-    for (int32_t i = 0; i < blocks; ++i) {
-        const GroupFields g = loadGroups(src + 16 * i);
-        const V128 pairs[3] = {pair(g, 0), pair(g, 1), pair(g, 2)};
-        storeGroups(dst + kBlock * i, pairs);
+// Whole groups, four a 128-bit lane, from group `first`: the widest vector while it
+// fills, then 128-bit blocks. Returns the first group left.
+template <class Block>
+PXK_INLINE int32_t v210Blocks(int32_t groups, const uint32_t* src, uint16_t* dst, Block block) {
+    int32_t g = 0;
+    constexpr int32_t kWide = 4 * kLanes<Widest>;
+    for (; groups - g >= kWide; g += kWide) block(Widest{}, src + 4 * g, dst + 6 * g);
+    if constexpr (kWide > 4) {
+        for (; groups - g >= 4; g += 4) block(V128{}, src + 4 * g, dst + 6 * g);
     }
-    pixels(src, dst, kBlock * blocks, width);
+    return g;
 }
 
+// A row: vector blocks of whole groups, then pixel by pixel (the groups left, and the
+// width % 6 pixels of the next group's words).
 template <bool Bgr>
 void colourRow(int32_t width, const uint32_t* src, uint16_t* dst) {
-    v210Row(width, src, dst, colourPair<Bgr>, colourPixels<Bgr>);
+    const int32_t done = v210Blocks(width / 6, src, dst, [](auto v, const uint32_t* s, uint16_t* d) PXK_LAMBDA_INLINE {
+        using V = decltype(v);
+        const GroupFields<V> g = loadGroups<V>(s);
+        const V pairs[3] = {colourPair<Bgr>(g, 0), colourPair<Bgr>(g, 1), colourPair<Bgr>(g, 2)};
+        storeGroups(d, pairs);
+    });
+    colourPixels<Bgr>(src, dst, 6 * done, width);
 }
 
-void grayRow(int32_t width, const uint32_t* src, uint16_t* dst) { v210Row(width, src, dst, grayPair, grayPixels); }
+void grayRow(int32_t width, const uint32_t* src, uint16_t* dst) {
+    const int32_t done = v210Blocks(width / 6, src, dst, [](auto v, const uint32_t* s, uint16_t* d) PXK_LAMBDA_INLINE {
+        using V = decltype(v);
+        const GroupFields<V> g = loadGroups<V>(s);
+        const V pairs[3] = {grayPair(g, 0), grayPair(g, 1), grayPair(g, 2)};
+        storeGroups(d, pairs);
+    });
+    grayPixels(src, dst, 6 * done, width);
+}
 
 template <class Row>
 PxkResult fromV210(const uint32_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep, PxkSize size, Row row) {
