@@ -161,7 +161,7 @@ TEST(GammaTables, Forward8uFollowsTheRule) {
     for (int i = 0; i < 256; ++i) EXPECT_EQ(pxk::gamma::kForward8u[i], uint32_t(forwardByRule(i))) << "entry " << i;
 }
 
-TEST(GammaTables, Forward8uDocumentedEntries) {
+TEST(GammaTables, Forward8uKnownEntries) {
     EXPECT_EQ(pxk::gamma::kForward8u[0], 0u);
     EXPECT_EQ(pxk::gamma::kForward8u[1], 4u);  // 4.5 to even
     EXPECT_EQ(pxk::gamma::kForward8u[3], 14u);  // 13.5 to even

@@ -21,6 +21,7 @@
 
 namespace hdtest {
 
+using pxktest::GuardedImage;
 using pxktest::GuardOptions;
 using pxktest::ImageGeometry;
 using pxktest::Rng;
@@ -207,6 +208,28 @@ inline ::testing::AssertionResult misalignedAgainstReference(const HdExport& ex,
     for (auto& g : d) g.step = int(g.rowBytes()) + extraStep;
     Surface src = Surface::planar(s, srcOpt);
     Surface dst = Surface::planar(d, dstOpt);
+    src.fillRandom(rng);
+    dst.fillRandom(rng);
+    return compareOnce(ex, src, dst, width, height, rng.byte());
+}
+
+// Random images of one size whose row pointers and steps all lie on multiples of 16
+// (steps rounded up from the row, plus 16), against the reference.
+inline ::testing::AssertionResult alignedAgainstReference(const HdExport& ex, int width, int height) {
+    Rng rng(pxktest::seedFor((ex.name + "/aligned").c_str(), {uint32_t(width), uint32_t(height)}));
+    std::vector<ImageGeometry> s = ex.source(width, height), d = ex.dest(width, height);
+    for (auto& g : s) g.step = int((g.rowBytes() + 15) / 16 * 16) + 16;
+    for (auto& g : d) g.step = int((g.rowBytes() + 15) / 16 * 16) + 16;
+    Surface src = Surface::planar(s, {});
+    Surface dst = Surface::planar(d, {});
+    for (Surface* side : {&src, &dst}) {
+        for (int i = 0; i < side->imageCount(); ++i) {
+            const GuardedImage& image = side->image(i);
+            if (reinterpret_cast<std::uintptr_t>(image.data()) % 16 != 0 || image.step() % 16 != 0) {
+                return ::testing::AssertionFailure() << "the test's rows are not aligned";
+            }
+        }
+    }
     src.fillRandom(rng);
     dst.fillRandom(rng);
     return compareOnce(ex, src, dst, width, height, rng.byte());

@@ -1,5 +1,5 @@
 // YCbCr planes -> BGR by the high-definition inverse matrices: full-resolution 709CSC
-// planes and 4:2:0 planes (709CSC, 709HDTV) against the reference model, documented
+// planes and 4:2:0 planes (709CSC, 709HDTV) against the reference model, known
 // values, the odd last row and column, statuses and guards.
 #include <gtest/gtest.h>
 

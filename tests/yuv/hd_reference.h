@@ -2,7 +2,7 @@
 // CbYCr422 conversions (the carried standard chroma and the gamma member included),
 // the full-resolution and 4:2:0 inverse conversions, and the v210 decoders.
 //
-// Written from the documented formulas alone, pixel by pixel, in 64-bit integers with
+// Written from the formulas alone, pixel by pixel, in 64-bit integers with
 // an explicit floor shift (v210 in single-precision variables, one operation at a
 // time). Nothing here is shared with the library. Rows are walked from the top by their
 // steps, so that a step of 0 rewrites one row and the last row written wins; only the

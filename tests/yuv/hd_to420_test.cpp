@@ -1,5 +1,5 @@
 // BGR -> YCbCr 4:2:0 by the 709CSC and 709HDTV matrices: the seven exports against the
-// reference model, the documented black, white and gray values, the plane order of the
+// reference model, the known black, white and gray values, the plane order of the
 // YCrCb members, the ignored fourth source byte, odd sizes, statuses and guards.
 #include <gtest/gtest.h>
 
@@ -141,7 +141,7 @@ TEST_P(HdTo420Each, FullHdMatchesReference) {
 TEST_P(HdTo420Each, StatusOrderPointersThenSize) { hdtest::statusChecks(*GetParam()); }
 
 // ---------------------------------------------------------------------------------
-// Documented values
+// Known values
 // ---------------------------------------------------------------------------------
 
 // Converts a uniform 4 x 2 BGR image of one colour (fourth byte 0x77) and returns its

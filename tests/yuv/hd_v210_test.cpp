@@ -1,5 +1,5 @@
 // v210 -> 16-bit RGB, BGR and gray: the three decoders against the reference model,
-// documented values (the saturated fields, the width of 7), rounding, the steps in
+// known values (the saturated fields, the width of 7), rounding, the steps in
 // elements and their check, statuses and guards.
 #include <gtest/gtest.h>
 
