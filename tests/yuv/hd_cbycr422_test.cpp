@@ -109,6 +109,8 @@ TEST_P(HdCbYCrEach, AlignedAndUnalignedMatchReference) {
     }
 }
 
+TEST_P(HdCbYCrEach, ExtremeBytesMatchReference) { hdtest::extremeBytesAgainstReference(*GetParam()); }
+
 TEST_P(HdCbYCrEach, StatusOrderPointersThenSize) { hdtest::statusChecks(*GetParam()); }
 
 // ---------------------------------------------------------------------------------

@@ -245,6 +245,23 @@ inline void alignmentsAgainstReference(const HdExport& ex, int width, int height
     }
 }
 
+// Sources whose bytes are all 0 or 255 (picked at random): every clamp and saturation
+// at both ends, at widths that end in a whole block and in each tail.
+inline void extremeBytesAgainstReference(const HdExport& ex) {
+    for (int width : {7, 16, 31, 48, 67, 130}) {
+        const int height = ex.least.height > 4 ? ex.least.height : 4;
+        Rng rng(pxktest::seedFor((ex.name + "/extremes").c_str(), {uint32_t(width)}));
+        const std::vector<StepKind> tight = {StepKind::Tight};
+        Surface src = makeSide(ex.source(width, height), tight, ex.sharedSourceStep, {});
+        Surface dst = makeSide(ex.dest(width, height), tight, false, {});
+        dst.fillRandom(rng);
+        for (int i = 0; i < src.imageCount(); ++i) {
+            src.image(i).fillRegion([&rng](int, int, int) { return uint8_t((rng.next32() & 1u) ? 255 : 0); });
+        }
+        EXPECT_TRUE(compareOnce(ex, src, dst, width, height, 0xA5)) << ex.name << " width " << width;
+    }
+}
+
 // ---------------------------------------------------------------------------------
 // Statuses
 // ---------------------------------------------------------------------------------

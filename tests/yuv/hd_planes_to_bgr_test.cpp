@@ -114,6 +114,8 @@ INSTANTIATE_TEST_SUITE_P(AllExports, HdPlanesToBgrEach, ::testing::ValuesIn(hdte
 
 TEST_P(HdPlanesToBgrEach, AnyAlignmentMatchesReference) { hdtest::alignmentsAgainstReference(*GetParam(), 70, 4); }
 
+TEST_P(HdPlanesToBgrEach, ExtremeBytesMatchReference) { hdtest::extremeBytesAgainstReference(*GetParam()); }
+
 TEST_P(HdPlanesToBgrEach, StatusOrderPointersThenSize) { hdtest::statusChecks(*GetParam()); }
 
 // Every Y and chroma sample once, in a 256 x 256 image: Y across, chroma down (the

@@ -138,6 +138,8 @@ TEST_P(HdTo420Each, FullHdMatchesReference) {
 }
 
 // Pointers (source, plane array, each entry, step array), then the size.
+TEST_P(HdTo420Each, ExtremeBytesMatchReference) { hdtest::extremeBytesAgainstReference(*GetParam()); }
+
 TEST_P(HdTo420Each, StatusOrderPointersThenSize) { hdtest::statusChecks(*GetParam()); }
 
 // ---------------------------------------------------------------------------------

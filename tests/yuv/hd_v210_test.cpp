@@ -73,6 +73,8 @@ class HdV210Each : public ::testing::TestWithParam<const HdExport*> {};
 INSTANTIATE_TEST_SUITE_P(AllExports, HdV210Each, ::testing::ValuesIn(hdtest::exportPointers(exports())),
                          hdtest::exportParamName);
 
+TEST_P(HdV210Each, ExtremeBytesMatchReference) { hdtest::extremeBytesAgainstReference(*GetParam()); }
+
 TEST_P(HdV210Each, StatusOrderPointersThenSize) { hdtest::statusChecks(*GetParam()); }
 
 // Steps below 1 element give pxkErrSize, after the pointers and the size; nothing is
