@@ -57,48 +57,48 @@ struct CarriedChroma {
     PXK_INLINE static uint8_t cb(Pixel3 p) { return low8(asr(dot(kStandardChroma.cb, p) + kLoneOffset, 16)); }
     PXK_INLINE static uint8_t cr(Pixel3) { return 0; }  // no place for it
 
-    // The vector twin over the eight pairs of a 128-bit block. even[h] and odd[h] hold
-    // k . p0 and k . p1 of pairs 4 h to 4 h + 3 (32-bit lanes); `carry` holds the q of
-    // the pair before the block in its lane 3 and becomes the q of the block's last
-    // pair there. Returns the eight results in 16-bit lanes (not yet cut to 8 bits).
-    PXK_INLINE static V128 carriedBlock(const V128 even[2], const V128 odd[2], V128& carry) {
-        const V128 q[2] = {srai32<2>(odd[0]), srai32<2>(odd[1])};
-        V128 before[2];  // the q of each pair's predecessor
+    // The vector twin over the pairs of a block. even[h] and odd[h] hold k . p0 and
+    // k . p1 of pairs 4 h to 4 h + 3 of each 128-bit lane (32-bit lanes); `carry`
+    // holds the q of the pair before the block and becomes the q of the block's last
+    // pair. Returns the results in 16-bit lanes (not yet cut to 8 bits).
+    template <class V>
+    PXK_INLINE static V carriedBlock(const V even[2], const V odd[2], V& carry) {
+        const V q[2] = {srai32<2>(odd[0]), srai32<2>(odd[1])};
+        V before[2];  // the q of each pair's predecessor
         fromPairBefore(q, carry, before);
-        V128 c[2];
+        V c[2];
         PXK_UNROLL
         for (int h = 0; h < 2; ++h) {
-            c[h] = srai32<16>(add32(add32(srai32<1>(even[h]), before[h]), add32(q[h], splat32<V128>(kPairOffset))));
+            c[h] = srai32<16>(add32(add32(srai32<1>(even[h]), before[h]), add32(q[h], splat32<V>(kPairOffset))));
         }
         return packs32(c[0], c[1]);  // within -256..0: no saturation
     }
 };
 
-// One row of the standard members: sixteen pixels at a time in 128-bit blocks (the
-// carries pass from pair to pair inside a block and on to the next), then pair by
-// pair, then a last odd pixel. The blocks give the bits of the scalar pairs.
+// One row of the standard members: whole blocks of pairs in vectors (the carries pass
+// from pair to pair inside a block and on to the next), then pair by pair, then a last
+// odd pixel. The blocks give the bits of the scalar pairs.
 template <bool Bgr, class In, class Memory>
 PXK_INLINE void carriedRow(const In& in, const CbYCrSink<Memory>& out, int32_t width) {
     const int32_t pixels = 2 * (width / 2);
     CarriedChroma chroma;
-    int32_t x = 0;
-    if (pixels >= kBlockPixels<V128>) {
-        V128 carryB = zero<V128>(), carryR = zero<V128>();
-        const V128 low8Mask = splat16<V128>(0x00FF);
-        for (; pixels - x >= kBlockPixels<V128>; x += kBlockPixels<V128>) {
-            Block<V128> b = in.template load<V128>(x);
-            if (Bgr) swapFirstAndThird(b);
-            const V128 luma = simd::halvesToPixelBytes(DirectLuma::luma(b.half[0]), DirectLuma::luma(b.half[1]));
-            V128 even[2], odd[2];
-            pairDots(kStandardChroma.cb, b, even, odd);
-            const V128 cb = CarriedChroma::carriedBlock(even, odd, carryB);
-            pairDots(kStandardChroma.cr, b, even, odd);
-            const V128 cr = CarriedChroma::carriedBlock(even, odd, carryR);
-            out.block422(x, luma, packus16(and_(cb, low8Mask), and_(cr, low8Mask)));
-        }
+    const int32_t blockEnd = pixels - pixels % kBlockPixels<V128>;
+    pairBlocks(0, blockEnd, [&](auto v, int32_t x) PXK_LAMBDA_INLINE {
+        using V = decltype(v);
+        Block<V> b = in.template load<V>(x);
+        if (Bgr) swapFirstAndThird(b);
+        const V luma = simd::halvesToPixelBytes(DirectLuma::luma(b.half[0]), DirectLuma::luma(b.half[1]));
+        V even[2], odd[2], carryB = carryOf<V>(chroma.carryB), carryR = carryOf<V>(chroma.carryR);
+        pairDots(kStandardChroma.cb, b, even, odd);
+        const V cb = CarriedChroma::carriedBlock(even, odd, carryB);
+        pairDots(kStandardChroma.cr, b, even, odd);
+        const V cr = CarriedChroma::carriedBlock(even, odd, carryR);
+        const V low8Mask = splat16<V>(0x00FF);
+        out.block422(x, luma, packus16(and_(cb, low8Mask), and_(cr, low8Mask)));
         chroma.carryB = carriedValue(carryB);
         chroma.carryR = carriedValue(carryR);
-    }
+    });
+    int32_t x = blockEnd;
     for (; x < pixels; x += 2) {
         const Pixel3 p0 = readRgb<Bgr>(in, x), p1 = readRgb<Bgr>(in, x + 1);
         uint8_t cb, cr;

@@ -64,17 +64,18 @@ PXK_INLINE uint8_t siteChroma(const Weights& w, Pixel3 site, Pixel3 right, int32
     return clamp8(asr(dot(w.site, site) + dot(w.neighbour, right) + leftDot + kChromaRound, 15));
 }
 
-// The vector twin for the eight pairs of a block: `carry` holds n . left of the block's
-// first site in lane 3, and leaves with that of the next block's.
-PXK_INLINE V128 blockChroma(const Weights& w, const Block<V128>& b, V128& carry) {
-    V128 sites[2], unused[2], rights[2], before[2];
+// The vector twin for the pairs of a block: `carry` holds n . left of the block's first
+// site, and leaves with that of the next block's.
+template <class V>
+PXK_INLINE V blockChroma(const Weights& w, const Block<V>& b, V& carry) {
+    V sites[2], unused[2], rights[2], before[2];
     pairDots(w.site, b, sites, unused);
     pairDots(w.neighbour, b, unused, rights);
     fromPairBefore(rights, carry, before);
-    V128 c[2];
+    V c[2];
     PXK_UNROLL
     for (int h = 0; h < 2; ++h) {
-        c[h] = srai32<15>(add32(add32(sites[h], rights[h]), add32(before[h], splat32<V128>(kChromaRound))));
+        c[h] = srai32<15>(add32(add32(sites[h], rights[h]), add32(before[h], splat32<V>(kChromaRound))));
     }
     return packs32(c[0], c[1]);  // within 16..240
 }
@@ -97,20 +98,21 @@ void gammaRow(int32_t width, const uint8_t* src, uint8_t* dst) {
     const int32_t blockEnd = pixels - pixels % kBlockPixels<V128>;
     if (blockEnd > 0) {
         alignas(16) uint8_t linear[3 * kStretch];
-        V128 carryCb = carryOf(leftCb), carryCr = carryOf(leftCr);
         for (int32_t x = 0; x < blockEnd; x += kStretch) {
             const int32_t count = blockEnd - x < kStretch ? blockEnd - x : kStretch;
             throughTable(src + pixelOffset<3>(x), linear, count);
             const PackedC3In in{{linear}};
-            for (int32_t i = 0; i < count; i += kBlockPixels<V128>) {
-                const Block<V128> b = in.load<V128>(i);
-                const V128 luma = simd::halvesToPixelBytes(PairLuma::luma(b.half[0]), PairLuma::luma(b.half[1]));
-                const V128 cb = blockChroma(kCb, b, carryCb), cr = blockChroma(kCr, b, carryCr);
+            pairBlocks(0, count, [&](auto v, int32_t i) PXK_LAMBDA_INLINE {
+                using V = decltype(v);
+                const Block<V> b = in.load<V>(i);
+                const V luma = simd::halvesToPixelBytes(PairLuma::luma(b.half[0]), PairLuma::luma(b.half[1]));
+                V carryCb = carryOf<V>(leftCb), carryCr = carryOf<V>(leftCr);
+                const V cb = blockChroma(kCb, b, carryCb), cr = blockChroma(kCr, b, carryCr);
                 out.block422(x + i, luma, packus16(cb, cr));
-            }
+                leftCb = carriedValue(carryCb);
+                leftCr = carriedValue(carryCr);
+            });
         }
-        leftCb = carriedValue(carryCb);
-        leftCr = carriedValue(carryCr);
     }
     // The pairs left, one at a time.
     for (int32_t x = blockEnd; x < pixels; x += 2) {
