@@ -38,6 +38,7 @@ using PlanarStepsToPackedAlpha = PxkResult (*)(const uint8_t* const[3], const in
 using PlanarStepsToPlanar = PxkResult (*)(const uint8_t* const[3], const int32_t[3], uint8_t* const[3], int32_t,
                                           PxkSize);
 using PlanarToPackedTight = PxkResult (*)(const uint8_t* const[3], uint8_t*, PxkSize);
+using WordsToWords = PxkResult (*)(const uint32_t*, int32_t, uint16_t*, int32_t, PxkSize);
 
 template <class Image>
 PxkSize regionOf(const Image& image) {
@@ -100,6 +101,25 @@ PxkResult packedToTwoPlanes(PackedToTwoPlanes f, const Image& s, Image& d) {
     return f(s.data(), s.step(), d.planes()[0], d.steps()[0], d.planes()[1], d.steps()[1], regionOf(s));
 }
 
+// Planes of their own sizes, one step a plane, into one packed image.
+template <class Image>
+PxkResult planarStepsToPacked(PlanarStepsToPacked f, const Image& s, Image& d) {
+    return f(s.planes(), s.steps(), d.data(), d.step(), regionOf(s));
+}
+
+template <class Image>
+PxkResult planarStepsToPackedAlpha(PlanarStepsToPackedAlpha f, const Image& s, Image& d, uint8_t alpha = 0xFF) {
+    return f(s.planes(), s.steps(), d.data(), d.step(), regionOf(s), alpha);
+}
+
+// 32-bit words into 16-bit words, steps counted in elements (the images' byte steps
+// are multiples of 4).
+template <class Image>
+PxkResult wordsToWords(WordsToWords f, const Image& s, Image& d) {
+    return f(reinterpret_cast<const uint32_t*>(s.data()), s.step() / 4, reinterpret_cast<uint16_t*>(d.data()),
+             d.step() / 2, regionOf(s));
+}
+
 // Forms without steps: the rows must lie tightly packed (the image's step equal to its
 // row), as the function derives every step from the width.
 template <class Image>
@@ -121,17 +141,6 @@ PxkResult twoPlanesToPacked(TwoPlanesToPacked f, const Image& s, Image& d) {
 template <class Image>
 PxkResult twoPlanesToPackedAlpha(TwoPlanesToPackedAlpha f, const Image& s, Image& d, uint8_t alpha = 0xFF) {
     return f(s.planes()[0], s.steps()[0], s.planes()[1], s.steps()[1], d.data(), d.step(), regionOf(s), alpha);
-}
-
-// Source planes of their own sizes, one step a plane.
-template <class Image>
-PxkResult planarStepsToPacked(PlanarStepsToPacked f, const Image& s, Image& d) {
-    return f(s.planes(), s.steps(), d.data(), d.step(), regionOf(s));
-}
-
-template <class Image>
-PxkResult planarStepsToPackedAlpha(PlanarStepsToPackedAlpha f, const Image& s, Image& d, uint8_t alpha = 0xFF) {
-    return f(s.planes(), s.steps(), d.data(), d.step(), regionOf(s), alpha);
 }
 
 // Source planes of their own sizes into planes of one size with one step.

@@ -41,7 +41,7 @@ struct Case {
 // alpha byte, because the whole pixel moves through memory even where alpha is
 // neither read nor written.
 inline double trafficPerPixel(const Case& c) {
-    return (bytesPerFourPixels(c.src) + bytesPerFourPixels(c.dst)) / 4.0;
+    return bytesMovedPerPixel(c.src) + bytesMovedPerPixel(c.dst);
 }
 
 // One of our exports: how to measure it, and how to call it at an address looked up

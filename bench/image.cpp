@@ -12,6 +12,7 @@ int bytesPerPixel(Layout layout) {
     case Layout::AC4: return 4;
     case Layout::C4: return 4;
     case Layout::C2: return 2;
+    case Layout::W16: return 2;
     default: return 1;
     }
 }
@@ -28,8 +29,20 @@ int bytesPerFourPixels(Layout layout) {
     case Layout::P2: return 6;
     case Layout::P422: return 8;
     case Layout::P411: return 6;
+    case Layout::W16: return 8;
+    case Layout::V210: return 0;  // 16 bytes for six pixels: see bytesMovedPerPixel
     }
     return 0;
+}
+
+double bytesMovedPerPixel(Layout layout) {
+    return layout == Layout::V210 ? 16.0 / 6.0 : bytesPerFourPixels(layout) / 4.0;
+}
+
+size_t rowBytesOf(Layout layout, int width) {
+    const size_t w = static_cast<size_t>(width);
+    if (layout == Layout::V210) return (w + 5) / 6 * 16;
+    return w * static_cast<size_t>(isPlanar(layout) ? 1 : bytesPerPixel(layout));
 }
 
 bool isPlanar(Layout layout) { return planeCount(layout) > 1; }
@@ -58,6 +71,8 @@ const char* layoutName(Layout layout) {
     case Layout::P422: return "P422";
     case Layout::P411: return "P411";
     case Layout::P2: return "P2";
+    case Layout::V210: return "V210";
+    case Layout::W16: return "W16";
     }
     return "?";
 }
@@ -100,8 +115,7 @@ void fillRandom(uint8_t* data, size_t bytes, uint32_t seed) {
 
 Image::Image(Layout layout, int width, int height)
     : layout_(layout), width_(width), height_(height) {
-    const bool planar = isPlanar(layout);
-    const size_t rowBytes = static_cast<size_t>(width) * (planar ? 1 : bytesPerPixel(layout));
+    const size_t rowBytes = rowBytesOf(layout, width);
     step_ = static_cast<int32_t>(roundUp(rowBytes));
     planeBytes_ = roundUp(static_cast<size_t>(step_) * static_cast<size_t>(height));
     storage_ = allocateAligned(planeBytes_ * static_cast<size_t>(planeCount(layout)));
@@ -115,10 +129,11 @@ void Image::fill(Content content, uint32_t seed) {
     uint32_t state = seed != 0 ? seed : 0x9E3779B9u;
     const bool planar = isPlanar(layout_);
     const int channels = planar ? 1 : bytesPerPixel(layout_);
+    const int rowBytes = static_cast<int>(rowBytesOf(layout_, width_));
     for (int p = 0; p < planeCount(layout_); ++p) {
         for (int y = 0; y < height_; ++y) {
             uint8_t* row = planes_[p] + static_cast<size_t>(step_) * static_cast<size_t>(y);
-            for (int x = 0; x < width_ * channels; ++x) {
+            for (int x = 0; x < rowBytes; ++x) {
                 const uint32_t r = nextRandom(state) >> 24;
                 const int channel = planar ? p : x % channels;
                 if (content == Content::Rgb || channel == 3) {

@@ -22,7 +22,9 @@ enum class Layout {
     P420, // three planes, chroma at half width and half height (steps as an array)
     P422, // three planes, chroma at half width (steps as an array)
     P411, // three planes, chroma at quarter width (steps as an array)
-    P2    // a Y plane and a plane of chroma pairs at half height (a step each)
+    P2,   // a Y plane and a plane of chroma pairs at half height (a step each)
+    V210, // 32-bit words, six pixels in four words (10-bit 4:2:2)
+    W16   // one 16-bit word a pixel
 };
 
 // Bytes of one interleaved pixel (packed layouts; 1 for planar ones).
@@ -30,6 +32,11 @@ int bytesPerPixel(Layout layout);
 // Bytes that four pixels occupy, all planes together: what a conversion reads or
 // writes of this layout.
 int bytesPerFourPixels(Layout layout);
+// Bytes a pixel occupies on average, all planes together (bytesPerFourPixels / 4, and
+// 16 / 6 for V210).
+double bytesMovedPerPixel(Layout layout);
+// Bytes of one row of `width` pixels (of each plane, for planar layouts).
+size_t rowBytesOf(Layout layout, int width);
 bool isPlanar(Layout layout);
 int planeCount(Layout layout);
 const char* layoutName(Layout layout);

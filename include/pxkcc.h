@@ -479,6 +479,131 @@ PXKCC_API PxkResult pxkiYUV422ToRGB_8u_P3R(const uint8_t* const pSrc[3], const i
 PXKCC_API PxkResult pxkiYUV422ToRGB_8u_P3(const uint8_t* const pSrc[3], uint8_t* const pDst[3],
                                           PxkSize roiSize);
 
+/* ------------------------------------------------------------------------ */
+/* High-definition matrices (709CSC, 709HDTV), CbYCr422 <-> RGB, v210        */
+/* ------------------------------------------------------------------------ */
+/* Matrices, at a scale of 2^16 unless said:
+ *   709CSC (studio range): Y = (5997 R + 20120 G + 2032 B + 540672) >> 15;
+ *     Cb row -6619, -22151, 28770; Cr row 28770, -26149, -2621. Inverse: 76284 (Y),
+ *     117506 (Cr to R), -13959 (Cb to G), -34996 (Cr to G), 138609 (Cb to B), offset
+ *     -16 * 76284 + 32768.
+ *   709HDTV: S = 13959 R + 46858 G + 4719 B, Y = (S - (S >> 7) + 98304) >> 16; Cb row
+ *     -7668, -25821, 33489; Cr row 33489, -30409, -3080. Inverse: Y times 65536,
+ *     100925, -11993, -30081, 119013, offset +32768.
+ *   standard: Y = (16843 R + 33030 G + 6423 B + 1081344) >> 16; Cb row -9699,
+ *     -19071, 28770; Cr row 28770, -24117, -4653. Inverse: the rounded form of
+ *     YCbCrToRGB_8u_C3R.
+ * Inverses take Cb, Cr less 128; every result is clamped to 0..255 unless said.
+ *
+ * To 4:2:0 (BGR or BGRA source, byte 3 ignored): Y of each pixel; Cb, Cr of each
+ * 2 x 2 block from the sums of its R, G, B over both rows: clamp8((k . sums +
+ * 128.5 * 2^18) >> 18). P3: planes Y, Cb, Cr (YCrCb: Y, Cr, Cb), each with its own
+ * step; P2: a Y plane and a plane of Cb, Cr pairs. Least size 2 x 2; a last odd row
+ * or column is neither read nor written: pxkWarnOddSize.
+ * Checks: P3: pSrc, pDst, its entries, dstStep, then the size; P2: pSrc, pDstY,
+ * pDstCbCr, then the size.
+ *
+ * From 4:2:0 (planes Y, Cb, Cr with a step each) and from full-resolution planes
+ * (one step): BGR, or BGR with alpha in byte 3. 4:2:0 converts height/2 row pairs
+ * of width/2 pixel pairs, each chroma sample serving its 2 x 2 block; a last odd row
+ * or column is left unwritten: pxkWarnOddSize (least size 1 x 1: a width or height
+ * of 1 converts nothing). Checks: pSrc, pDst, the entries of pSrc (4:2:0: then
+ * srcStep), then the size.
+ *
+ * To CbYCr422 (Cb Y0 Cr Y1 a pair), least size 1 x 1:
+ *   709HDTV members: Y of each pixel; Cb, Cr of a pair clamp8((k . (p0 + p1) +
+ *     128.5 * 2^17) >> 17).
+ *   RGBToCbYCr422_8u_C3C2R and BGRToCbYCr422_8u_AC4C2R (standard): chroma carried
+ *     along the row: q = (k . p1) >> 2, C = (((k . p0) >> 1) + carry + q - 8355841)
+ *     >> 16, carry = q (0 at the start of each row), one carry for Cb, one for Cr;
+ *     every byte kept to its low 8 bits.
+ *   RGBToCbYCr422Gamma_8u_C3C2R: samples first read through the forward 8u gamma
+ *     table; Y = clamp8((8422 R + 16515 G + 3212 B + 540672) >> 15); chroma at the
+ *     first pixel of each pair (site), weighing it double and the pixels just before
+ *     and after it once (site -2426, -4769, 7193 / neighbour -1213, -2385, 3596 for
+ *     Cb; 7193, -6030, -1164 / 3596, -3015, -582 for Cr; + 4210687, >> 15, clamped).
+ *     The first site of a row stands in for its missing left neighbour.
+ *   A last odd pixel writes two bytes, its Cb and its Y (709HDTV: clamp8((k . p +
+ *     128.5 * 2^16) >> 16); standard and gamma members: low8((k . p - 8355840) >> 16)
+ *     and the standard Y, low 8 bits); its Cr byte is left unwritten.
+ * From CbYCr422: both pixels of a pair take its chroma; a last odd pixel takes Y and
+ * Cb from its own two bytes and Cr from the pair before (at width 1 its Cb stands in
+ * for Cr). Least size 1 x 1.
+ * The AC4C2R and C2C4R members run an aligned kernel when both pointers and both
+ * steps are multiples of 16, an unaligned one otherwise; the bits are the same.
+ * Checks: pSrc, pDst, then the size.
+ *
+ * v210 (six pixels in four 32-bit words: Cb0 Y0 Cr0 | Y1 Cb1 Y2 | Cr1 Y3 Cb2 |
+ * Y4 Cr2 Y5, 10-bit fields at bits 0, 10, 20): one 16-bit word a pixel. Steps count
+ * elements (srcStep 32-bit words, dstStep 16-bit words). Colour in single precision:
+ * R = Y + 1.54 Cr, G = Y + (-0.183 Cb + -0.459 Cr), B = Y + 1.816 Cb (Cb, Cr less
+ * 512), each t = trunc(x), + 1 unless x - t < 0.5, then R, B clamped to 0..31 and
+ * G to 0..63 (no scaling) and packed R | G << 5 | B << 11 (RGB) or B | G << 5 |
+ * R << 11 (BGR). Gray: the Y field. Least size 1 x 1.
+ * Checks: pSrc, pDst, the size, then the steps (below 1: pxkErrSize). */
+PXKCC_API PxkResult pxkiBGRToYCbCr420_709CSC_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                      uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                      PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToYCbCr420_709CSC_8u_AC4P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                       uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                       PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToYCrCb420_709CSC_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                      uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                      PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToYCrCb420_709CSC_8u_AC4P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                       uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                       PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToYCbCr420_709HDTV_8u_AC4P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                        uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                        PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToYCbCr420_709CSC_8u_C3P2R(const uint8_t* pSrc, int32_t srcStep,
+                                                      uint8_t* pDstY, int32_t dstYStep,
+                                                      uint8_t* pDstCbCr, int32_t dstCbCrStep,
+                                                      PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToYCbCr420_709CSC_8u_AC4P2R(const uint8_t* pSrc, int32_t srcStep,
+                                                       uint8_t* pDstY, int32_t dstYStep,
+                                                       uint8_t* pDstCbCr, int32_t dstCbCrStep,
+                                                       PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToBGR_709CSC_8u_P3C3R(const uint8_t* const pSrc[3],
+                                                      const int32_t srcStep[3], uint8_t* pDst,
+                                                      int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToBGR_709HDTV_8u_P3C4R(const uint8_t* const pSrc[3],
+                                                       const int32_t srcStep[3], uint8_t* pDst,
+                                                       int32_t dstStep, PxkSize roiSize, uint8_t alpha);
+PXKCC_API PxkResult pxkiYCbCrToBGR_709CSC_8u_P3C3R(const uint8_t* const pSrc[3], int32_t srcStep,
+                                                   uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCrToBGR_709CSC_8u_P3C4R(const uint8_t* const pSrc[3], int32_t srcStep,
+                                                   uint8_t* pDst, int32_t dstStep, PxkSize roiSize,
+                                                   uint8_t alpha);
+PXKCC_API PxkResult pxkiBGRToCbYCr422_709HDTV_8u_C3C2R(const uint8_t* pSrc, int32_t srcStep,
+                                                       uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToCbYCr422_709HDTV_8u_AC4C2R(const uint8_t* pSrc, int32_t srcStep,
+                                                        uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToCbYCr422_8u_AC4C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                                int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToCbYCr422_8u_C3C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToCbYCr422Gamma_8u_C3C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                                    int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiCbYCr422ToBGR_709HDTV_8u_C2C3R(const uint8_t* pSrc, int32_t srcStep,
+                                                       uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiCbYCr422ToBGR_709HDTV_8u_C2C4R(const uint8_t* pSrc, int32_t srcStep,
+                                                       uint8_t* pDst, int32_t dstStep, PxkSize roiSize,
+                                                       uint8_t alpha);
+PXKCC_API PxkResult pxkiCbYCr422ToBGR_8u_C2C4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize, uint8_t alpha);
+PXKCC_API PxkResult pxkiCbYCr422ToRGB_8u_C2C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV422v210ToBGR_709HDTV_32u16u_C3(const uint32_t* pSrc, int32_t srcStep,
+                                                          uint16_t* pDst, int32_t dstStep,
+                                                          PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV422v210ToRGB_709HDTV_32u16u_C3(const uint32_t* pSrc, int32_t srcStep,
+                                                          uint16_t* pDst, int32_t dstStep,
+                                                          PxkSize roiSize);
+PXKCC_API PxkResult pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1(const uint32_t* pSrc, int32_t srcStep,
+                                                             uint16_t* pDst, int32_t dstStep,
+                                                             PxkSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif

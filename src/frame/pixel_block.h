@@ -534,8 +534,11 @@ PXK_INLINE vec::V256 fixC4Order(vec::V256 v) {
 }
 #endif
 
-// Four interleaved bytes a pixel (AC4, C4), read: the fourth byte is ignored.
-struct PackedC4In {
+// Four interleaved bytes a pixel (AC4, C4), read: the fourth byte is ignored. Memory
+// is vec::UnalignedMemory, or vec::AlignedMemory for rows whose chunks all lie on
+// multiples of 16 (the same bytes either way).
+template <class Memory>
+struct PackedC4InWith {
     static constexpr int kPlanes = 1;
     static constexpr int kBytes = 4;
     const uint8_t* plane[1];
@@ -545,8 +548,9 @@ struct PackedC4In {
         using namespace vec;
         const uint8_t* p = plane[0] + pixelOffset<4>(x);
 #if defined(PXKCC_TARGET_AVX2)
-        V x0 = loadLanes<V, 16>(p), x1 = loadLanes<V, 16>(p + sizeof(V));
-        V x2 = loadLanes<V, 16>(p + 2 * sizeof(V)), x3 = loadLanes<V, 16>(p + 3 * sizeof(V));
+        V x0 = Memory::template loadLanes<V, 16>(p), x1 = Memory::template loadLanes<V, 16>(p + sizeof(V));
+        V x2 = Memory::template loadLanes<V, 16>(p + 2 * sizeof(V));
+        V x3 = Memory::template loadLanes<V, 16>(p + 3 * sizeof(V));
         Block<V> out;
         // Each chunk to [c0 | c1 | c2 | c3] of its four pixels, then a transpose of
         // 4-byte groups gives each channel's 16 bytes in pixel order.
@@ -561,8 +565,8 @@ struct PackedC4In {
         simd::toHalves(fixC4Order(unpackhi64(lo01, lo23)), out.half[0].c[1], out.half[1].c[1]);
         simd::toHalves(fixC4Order(unpacklo64(hi01, hi23)), out.half[0].c[2], out.half[1].c[2]);
 #else
-        V x0 = loadLanes<V, 64>(p), x1 = loadLanes<V, 64>(p + 16);
-        V x2 = loadLanes<V, 64>(p + 32), x3 = loadLanes<V, 64>(p + 48);
+        V x0 = Memory::template loadLanes<V, 64>(p), x1 = Memory::template loadLanes<V, 64>(p + 16);
+        V x2 = Memory::template loadLanes<V, 64>(p + 32), x3 = Memory::template loadLanes<V, 64>(p + 48);
         Block<V> out;
         // Byte transpose: [c0 even | c1 even], [c2 even | c3 even] and the same for the
         // odd pixels, four pixels in each quarter.
@@ -580,6 +584,7 @@ struct PackedC4In {
     }
     PXK_INLINE Pixel3 load1(int32_t x) const { return readPacked<4>(plane[0], x); }
 };
+using PackedC4In = PackedC4InWith<vec::UnalignedMemory>;
 
 // Four bytes a pixel whose fourth byte keeps what the destination held (AC4). The
 // vector store reads the destination's bytes and puts their alpha back in place; the
@@ -606,8 +611,10 @@ struct PackedAC4KeepOut {
     PXK_INLINE void store1(int32_t x, Pixel3 v) const { writePacked<4>(plane[0], x, v); }
 };
 
-// Four bytes a pixel whose fourth byte is set to a given alpha (C4).
-struct PackedC4AlphaOut {
+// Four bytes a pixel whose fourth byte is set to a given alpha (C4). Memory as in
+// PackedC4InWith.
+template <class Memory>
+struct PackedC4AlphaOutWith {
     static constexpr int kPlanes = 1;
     static constexpr int kBytes = 4;
     uint8_t* plane[1];
@@ -619,13 +626,14 @@ struct PackedC4AlphaOut {
         const V a = splat16<V>(alpha);
         V pixels[4];
         simd::fourChannelPixels(v, a, pixels);
-        storeLanes4x64(plane[0] + pixelOffset<4>(x), pixels);
+        Memory::storeLanes4x64(plane[0] + pixelOffset<4>(x), pixels);
     }
     PXK_INLINE void store1(int32_t x, Pixel3 v) const {
         writePacked<4>(plane[0], x, v);
         plane[0][pixelOffset<4>(x) + 3] = alpha;
     }
 };
+using PackedC4AlphaOut = PackedC4AlphaOutWith<vec::UnalignedMemory>;
 
 // Three planes of one channel each (P3), read.
 struct PlanarP3In {

@@ -210,12 +210,16 @@ PXK_VEC_OP2(mulhiu16, _mm_mulhi_epu16, _mm256_mulhi_epu16)
 PXK_VEC_OP2(madd16, _mm_madd_epi16, _mm256_madd_epi16)
 // Rounded mean of unsigned bytes: (a + b + 1) >> 1.
 PXK_VEC_OP2(avg8, _mm_avg_epu8, _mm256_avg_epu8)
+// Lane by lane minimum and maximum of signed 16-bit values.
+PXK_VEC_OP2(min16, _mm_min_epi16, _mm256_min_epi16)
+PXK_VEC_OP2(max16, _mm_max_epi16, _mm256_max_epi16)
 PXK_VEC_OP2(and_, _mm_and_si128, _mm256_and_si256)
 PXK_VEC_OP2(or_, _mm_or_si128, _mm256_or_si256)
 
 PXK_VEC_IMM(slli16, _mm_slli_epi16, _mm256_slli_epi16)
 PXK_VEC_IMM(srli16, _mm_srli_epi16, _mm256_srli_epi16)
 PXK_VEC_IMM(srai16, _mm_srai_epi16, _mm256_srai_epi16)
+PXK_VEC_IMM(slli32, _mm_slli_epi32, _mm256_slli_epi32)
 PXK_VEC_IMM(srli32, _mm_srli_epi32, _mm256_srli_epi32)
 PXK_VEC_IMM(srai32, _mm_srai_epi32, _mm256_srai_epi32)
 
@@ -234,6 +238,21 @@ PXK_VEC_OP2(unpackhi64, _mm_unpackhi_epi64, _mm256_unpackhi_epi64)
 
 // 32-bit lanes rearranged by an immediate, as _mm_shuffle_epi32.
 PXK_VEC_IMM(shuffle32, _mm_shuffle_epi32, _mm256_shuffle_epi32)
+// The bytes of each 128-bit lane moved down by N places, zeros shifted in.
+PXK_VEC_IMM(bytesDown, _mm_srli_si128, _mm256_srli_si256)
+
+// Two 32-bit lanes of a, then two of b, picked by an immediate in each 128-bit lane,
+// as _mm_shuffle_ps.
+template <int Imm>
+PXK_INLINE V128 shuffle2x32(V128 a, V128 b) {
+    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a), _mm_castsi128_ps(b), Imm));
+}
+#if defined(PXKCC_TARGET_AVX2)
+template <int Imm>
+PXK_INLINE V256 shuffle2x32(V256 a, V256 b) {
+    return _mm256_castps_si256(_mm256_shuffle_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b), Imm));
+}
+#endif
 
 // The upper eight bytes of each lane, moved to its lower half (the upper half repeats
 // them). A dword shuffle writes a new register, so `a` stays usable.
@@ -300,6 +319,8 @@ PXK_VEC_FOP2(mulF, _mm_mul_ps, _mm256_mul_ps)
 // truncated toward zero.
 PXK_INLINE F128 toFloat(V128 v) { return _mm_cvtepi32_ps(v); }
 PXK_INLINE V128 truncToInt(F128 v) { return _mm_cvttps_epi32(v); }
+// All ones in the 32-bit lanes where a < b, zeros elsewhere.
+PXK_INLINE V128 lessThanF(F128 a, F128 b) { return _mm_castps_si128(_mm_cmplt_ps(a, b)); }
 
 #undef PXK_VEC_OP2
 #undef PXK_VEC_IMM
@@ -319,6 +340,7 @@ template <>
 PXK_INLINE F256 splatF<F256>(float v) { return _mm256_set1_ps(v); }
 PXK_INLINE F256 toFloat(V256 v) { return _mm256_cvtepi32_ps(v); }
 PXK_INLINE V256 truncToInt(F256 v) { return _mm256_cvttps_epi32(v); }
+PXK_INLINE V256 lessThanF(F256 a, F256 b) { return _mm256_castps_si256(_mm256_cmp_ps(a, b, _CMP_LT_OQ)); }
 template <>
 PXK_INLINE V256 splat32Pattern<V256>(int32_t a, int32_t b, int32_t c, int32_t d) {
     return _mm256_setr_epi32(a, b, c, d, a, b, c, d);
@@ -388,6 +410,56 @@ PXK_INLINE void storeLanes4x64(uint8_t* p, const V256 v[4]) {
 }
 
 #endif  // PXKCC_TARGET_AVX2
+
+// ---------------------------------------------------------------------------------
+// Memory access of a layout: UnalignedMemory (any address) or AlignedMemory (every
+// 16-byte chunk on a multiple of 16, for kernels chosen by that test). Both move the
+// same bytes; a 256-bit access in AlignedMemory goes by aligned 128-bit halves, since
+// a 16-byte test says nothing of 32-byte alignment.
+// ---------------------------------------------------------------------------------
+
+struct UnalignedMemory {
+    template <class V, int Stride>
+    PXK_INLINE static V loadLanes(const uint8_t* p) { return vec::loadLanes<V, Stride>(p); }
+    template <class V, int Stride>
+    PXK_INLINE static void storeLanes(uint8_t* p, V v) { vec::storeLanes<V, Stride>(p, v); }
+    template <class V>
+    PXK_INLINE static void storeLanes4x64(uint8_t* p, const V v[4]) { vec::storeLanes4x64(p, v); }
+};
+
+struct AlignedMemory {
+    PXK_INLINE static V128 load(const uint8_t* p) { return _mm_load_si128(reinterpret_cast<const __m128i*>(p)); }
+    PXK_INLINE static void store(uint8_t* p, V128 v) { _mm_store_si128(reinterpret_cast<__m128i*>(p), v); }
+
+    // Lane i of a 256-bit vector holds the chunk at p + i * Stride.
+    template <class V, int Stride>
+    PXK_INLINE static V loadLanes(const uint8_t* p) {
+        if constexpr (sizeof(V) == 16) {
+            return load(p);
+#if defined(PXKCC_TARGET_AVX2)
+        } else {
+            return _mm256_inserti128_si256(_mm256_castsi128_si256(load(p)), load(p + Stride), 1);
+#endif
+        }
+    }
+    template <class V, int Stride>
+    PXK_INLINE static void storeLanes(uint8_t* p, V v) {
+        if constexpr (sizeof(V) == 16) {
+            store(p, v);
+#if defined(PXKCC_TARGET_AVX2)
+        } else {
+            store(p, _mm256_castsi256_si128(v));
+            store(p + Stride, _mm256_extracti128_si256(v, 1));
+#endif
+        }
+    }
+    // As vec::storeLanes4x64: lane L of v[i] is the chunk at p + 64 L + 16 i.
+    template <class V>
+    PXK_INLINE static void storeLanes4x64(uint8_t* p, const V v[4]) {
+        PXK_UNROLL
+        for (int i = 0; i < 4; ++i) storeLanes<V, 64>(p + 16 * i, v[i]);
+    }
+};
 
 }  // namespace vec
 }  // namespace pxk

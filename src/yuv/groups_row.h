@@ -79,14 +79,18 @@ struct PackedC2Sink {
     }
 };
 
-// Luma of every pixel by the direct form.
-struct DirectPairLuma {
-    PXK_INLINE static uint8_t luma(Pixel3 p, int32_t) { return DirectLuma::luma(p); }
+// A luma form as the row of groups wants it, where the pixel's column does not matter.
+template <class Luma>
+struct AnyColumnLuma {
+    PXK_INLINE static uint8_t luma(Pixel3 p, int32_t) { return Luma::luma(p); }
     template <class V>
     PXK_INLINE static V luma(const Lanes3<V>& half, int) {
-        return DirectLuma::luma(half);
+        return Luma::luma(half);
     }
 };
+
+// Luma of every pixel by the direct form.
+using DirectPairLuma = AnyColumnLuma<DirectLuma>;
 
 // The first pixel of a pair by the direct form, the second with the offset 1048576 in
 // place of 1081344: without the rounding half. (Both lie within 16..235, so the low 8

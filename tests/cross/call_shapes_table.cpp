@@ -39,6 +39,10 @@ const std::vector<ShapeRow>& callShapeRows() {
         // destination side.
         {"pxkiYUV420ToRGB_8u_P3R", "src step[] dst step size"},
         {"pxkiYUV422ToRGB_8u_P3R", "src step[] dst step size"},
+        // v210: steps count 32-bit words and 16-bit words, and must be at least 1.
+        {"pxkiYUV422v210ToBGR_709HDTV_32u16u_C3", "src step dst step size steps=elements steps=positive"},
+        {"pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1", "src step dst step size steps=elements steps=positive"},
+        {"pxkiYUV422v210ToRGB_709HDTV_32u16u_C3", "src step dst step size steps=elements steps=positive"},
     };
     return rows;
 }

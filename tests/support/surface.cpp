@@ -103,4 +103,18 @@ void Surface::protectChannel(int c) {
     return ::testing::AssertionSuccess();
 }
 
+::testing::AssertionResult sameOutcome(int32_t status, int32_t expectedStatus, const Surface& dst,
+                                       const Surface& expected, const Surface& src) {
+    if (status != expectedStatus) {
+        return ::testing::AssertionFailure() << "status " << status << ", expected " << expectedStatus;
+    }
+    ::testing::AssertionResult r = sameContents(dst, expected);
+    if (!r) return r;
+    r = dst.guardsIntact();
+    if (!r) return ::testing::AssertionFailure() << "destination: " << r.message();
+    r = src.unchanged();
+    if (!r) return ::testing::AssertionFailure() << "source written: " << r.message();
+    return ::testing::AssertionSuccess();
+}
+
 }  // namespace pxktest

@@ -71,6 +71,12 @@ private:
 // where the channel of a planar surface is its plane index.
 ::testing::AssertionResult sameContents(const Surface& actual, const Surface& expected);
 
+// The outcome of a call against what its reference gave: the status, every byte of the
+// destination's regions, the destination's guards (and protected bytes), and a source
+// left as it was.
+::testing::AssertionResult sameOutcome(int32_t status, int32_t expectedStatus, const Surface& dst,
+                                       const Surface& expected, const Surface& src);
+
 }  // namespace pxktest
 
 #endif

@@ -60,14 +60,7 @@ inline ::testing::AssertionResult compareOnce(const ExportUnderTest& ex, Surface
     Surface expected = dst.clone();
     ex.reference(src, expected, width, height, alpha);
     const PxkResult st = ex.call(src, dst, PxkSize{width, height}, alpha);
-    if (st != pxkOk) return ::testing::AssertionFailure() << "status " << st << ", expected pxkOk (0)";
-    ::testing::AssertionResult r = pxktest::sameContents(dst, expected);
-    if (!r) return r;
-    r = dst.guardsIntact();
-    if (!r) return ::testing::AssertionFailure() << "destination: " << r.message();
-    r = src.unchanged();
-    if (!r) return ::testing::AssertionFailure() << "source written: " << r.message();
-    return ::testing::AssertionSuccess();
+    return pxktest::sameOutcome(st, pxkOk, dst, expected, src);
 }
 
 // Compare an export with its reference over random images of every sweep width and

@@ -275,14 +275,7 @@ inline ::testing::AssertionResult compareOnce(const SubsampledExport& ex, Surfac
     runReference(ex, src, expected, width, height);
     const PxkResult want = expectedStatus(ex.sampling, width, height);
     const PxkResult st = callExport(ex, src, dst, PxkSize{width, height});
-    if (st != want) return ::testing::AssertionFailure() << "status " << st << ", expected " << want;
-    ::testing::AssertionResult r = pxktest::sameContents(dst, expected);
-    if (!r) return r;
-    r = dst.guardsIntact();
-    if (!r) return ::testing::AssertionFailure() << "destination: " << r.message();
-    r = src.unchanged();
-    if (!r) return ::testing::AssertionFailure() << "source written: " << r.message();
-    return ::testing::AssertionSuccess();
+    return pxktest::sameOutcome(st, want, dst, expected, src);
 }
 
 }  // namespace subtest
