@@ -278,14 +278,7 @@ inline ::testing::AssertionResult compareOnce(const Member& m, Surface& src, Sur
     runReference(m, src, expected, w, h, alpha);
     const PxkResult want = expectedStatus(m, w, h);
     const PxkResult st = callOn(m, src, dst, PxkSize{w, h}, alpha);
-    if (st != want) return ::testing::AssertionFailure() << "status " << st << ", expected " << want;
-    ::testing::AssertionResult r = pxktest::sameContents(dst, expected);
-    if (!r) return r;
-    r = dst.guardsIntact();
-    if (!r) return ::testing::AssertionFailure() << "destination: " << r.message();
-    r = src.unchanged();
-    if (!r) return ::testing::AssertionFailure() << "source written: " << r.message();
-    return ::testing::AssertionSuccess();
+    return pxktest::sameOutcome(st, want, dst, expected, src);
 }
 
 // ---------------------------------------------------------------------------------
