@@ -181,6 +181,37 @@ std::vector<Case> libyuvCases() {
                      "pxkiYUV422ToRGB_8u_P3C3", "pxkiYUV422ToRGB_8u_P3R", "pxkiYUV422ToRGB_8u_P3",
                      "pxkiYCbCr411ToBGR_8u_P3C3R"},
                     "same layouts, B,G,R"});
+    // The high-definition family: libyuv's "H" calls are BT.709 studio range, and its
+    // UYVY is our CbYCr422 (Cb Y0 Cr Y1).
+    addBoth(cases, {"libyuv/H420ToRGB24", Layout::P420, Layout::C3, Content::YCbCr, fromPlanes<libyuv::H420ToRGB24>,
+                    {"pxkiYCbCr420ToBGR_709CSC_8u_P3C3R"},
+                    "BT.709 studio range, same layouts (B,G,R)"});
+    addBoth(cases, {"libyuv/H420ToARGB", Layout::P420, Layout::C4, Content::YCbCr, fromPlanes<libyuv::H420ToARGB>,
+                    {"pxkiYCbCr420ToBGR_709HDTV_8u_P3C4R"},
+                    "BT.709 studio range (ours: near full range), B,G,R,A"});
+    addBoth(cases, {"libyuv/H444ToARGB", Layout::P3, Layout::C4, Content::YCbCr, fromI444<libyuv::H444ToARGB>,
+                    {"pxkiYCbCrToBGR_709CSC_8u_P3C4R", "pxkiYCbCrToBGR_709CSC_8u_P3C3R"},
+                    "BT.709 studio range, B,G,R,A"});
+    addBoth(cases, {"libyuv/UYVYToARGB (CbYCr422)", Layout::C2, Layout::C4, Content::YCbCr,
+                    toPacked<libyuv::UYVYToARGB>,
+                    {"pxkiCbYCr422ToBGR_8u_C2C4R", "pxkiCbYCr422ToBGR_709HDTV_8u_C2C4R", "pxkiCbYCr422ToBGR_709HDTV_8u_C2C3R",
+                     "pxkiCbYCr422ToRGB_8u_C2C3R"},
+                    "same source layout (Cb Y0 Cr Y1), BT.601, B,G,R,A"});
+    addBoth(cases, {"libyuv/ARGBToUYVY", Layout::AC4, Layout::C2, Content::Rgb, toPacked<libyuv::ARGBToUYVY>,
+                    {"pxkiBGRToCbYCr422_8u_AC4C2R", "pxkiBGRToCbYCr422_709HDTV_8u_AC4C2R",
+                     "pxkiBGRToCbYCr422_709HDTV_8u_C3C2R", "pxkiRGBToCbYCr422_8u_C3C2R",
+                     "pxkiRGBToCbYCr422Gamma_8u_C3C2R"},
+                    "same destination layout (Cb Y0 Cr Y1), BT.601, B,G,R,A source"});
+    addBoth(cases, {"libyuv/ARGBToI420 (for 709)", Layout::AC4, Layout::P420, Content::Rgb,
+                    toPlanes<libyuv::ARGBToI420>,
+                    {"pxkiBGRToYCbCr420_709CSC_8u_AC4P3R", "pxkiBGRToYCrCb420_709CSC_8u_AC4P3R",
+                     "pxkiBGRToYCbCr420_709HDTV_8u_AC4P3R", "pxkiBGRToYCbCr420_709CSC_8u_AC4P2R"},
+                    "BT.601 matrix, B,G,R,A source"});
+    addBoth(cases, {"libyuv/RGB24ToI420 (for 709)", Layout::C3, Layout::P420, Content::Rgb,
+                    toPlanes<libyuv::RGB24ToI420>,
+                    {"pxkiBGRToYCbCr420_709CSC_8u_C3P3R", "pxkiBGRToYCrCb420_709CSC_8u_C3P3R",
+                     "pxkiBGRToYCbCr420_709CSC_8u_C3P2R"},
+                    "BT.601 matrix, B,G,R source"});
     return cases;
 }
 #else
