@@ -62,16 +62,21 @@ PXK_INLINE Pixel3 withChromaPair(uint8_t y, uint8_t first, uint8_t second) {
     return p;
 }
 
-// Three planes: luma at full resolution, two chroma planes with one sample for each
-// group of 2^Shift columns. plane[1] and plane[2] feed channels 1 and 2.
-template <int Shift>
-struct ReplicatedPlanesIn {
-    static_assert(Shift == 1 || Shift == 2, "pairs or groups of four");
-    static constexpr int kPlanes = 3;
-    static constexpr int kBytes = 1;
-    const uint8_t* plane[3];
+// The channels that the first chroma byte of a pair (or the first chroma plane)
+// feeds: Cb (Cr) first, as in the YCbCr (YCrCb) layouts.
+inline constexpr int kCbFirst = 1;
+inline constexpr int kCrFirst = 2;
 
-    static constexpr std::ptrdiff_t planeOffset(int i, int32_t x) { return i == 0 ? x : (x >> Shift); }
+// A luma plane at full resolution (plane 0) beside chroma planes with one column for
+// each 2^ChromaShift columns of the image: the luma loads that the planar layouts
+// share.
+template <int Planes, int ChromaShift>
+struct LumaBesideChromaPlanes {
+    static constexpr int kPlanes = Planes;
+    static constexpr int kBytes = 1;
+    const uint8_t* plane[Planes];
+
+    static constexpr std::ptrdiff_t planeOffset(int i, int32_t x) { return i == 0 ? x : (x >> ChromaShift); }
 
     template <class V>
     PXK_INLINE void loadLuma(int32_t x, V& half0, V& half1) const {
@@ -81,6 +86,14 @@ struct ReplicatedPlanesIn {
     PXK_INLINE void loadLumaEvenOdd(int32_t x, V& even, V& odd) const {
         simd::evenOddHalves(vec::loadLanes<V, 16>(plane[0] + x), even, odd);
     }
+};
+
+// Three planes: luma at full resolution, two chroma planes with one sample for each
+// group of 2^Shift columns. plane[1] and plane[2] feed channels 1 and 2.
+template <int Shift>
+struct ReplicatedPlanesIn : LumaBesideChromaPlanes<3, Shift> {
+    static_assert(Shift == 1 || Shift == 2, "pairs or groups of four");
+    using LumaBesideChromaPlanes<3, Shift>::plane;
     // One 16-bit value a pair of pixels (a group of four gives two equal pairs).
     template <class V>
     PXK_INLINE void loadChroma(int32_t x, V& c1, V& c2) const {
@@ -109,20 +122,8 @@ struct ReplicatedPlanesIn {
 // A luma plane and a plane of chroma pairs, one pair for each pair of columns: the
 // first byte of a pair feeds channel FirstChannel (1 or 2), the second the other.
 template <int FirstChannel>
-struct ChromaPairsIn {
+struct ChromaPairsIn : LumaBesideChromaPlanes<2, 0> {
     static_assert(FirstChannel == 1 || FirstChannel == 2, "a chroma channel");
-    static constexpr int kPlanes = 2;
-    static constexpr int kBytes = 1;
-    const uint8_t* plane[2];
-
-    template <class V>
-    PXK_INLINE void loadLuma(int32_t x, V& half0, V& half1) const {
-        simd::toHalves(vec::loadLanes<V, 16>(plane[0] + x), half0, half1);
-    }
-    template <class V>
-    PXK_INLINE void loadLumaEvenOdd(int32_t x, V& even, V& odd) const {
-        simd::evenOddHalves(vec::loadLanes<V, 16>(plane[0] + x), even, odd);
-    }
     template <class V>
     PXK_INLINE void loadChroma(int32_t x, V& c1, V& c2) const {
         simd::pairedChroma<FirstChannel>(vec::loadLanes<V, 16>(plane[1] + x), c1, c2);
@@ -208,19 +209,10 @@ struct PackedC2In {
 // filtered along the row: the even pixel of pair i takes c[i], the odd one
 // (c[i] + c[i + 1] + 1) >> 1, except in the last pair, `lastPair`, which takes c[i]
 // for both. Vector blocks must end before the last pair (they read c[i + 1]).
-struct FilteredPlanesIn {
-    static constexpr int kPlanes = 3;
-    static constexpr int kBytes = 1;
-    const uint8_t* plane[3];
+struct FilteredPlanesIn : LumaBesideChromaPlanes<3, 1> {
     int32_t lastPair;
 
-    static constexpr std::ptrdiff_t planeOffset(int i, int32_t x) { return i == 0 ? x : (x >> 1); }
-
     static constexpr bool kChromaEachPixel = true;
-    template <class V>
-    PXK_INLINE void loadLuma(int32_t x, V& half0, V& half1) const {
-        simd::toHalves(vec::loadLanes<V, 16>(plane[0] + x), half0, half1);
-    }
     // The chroma of channel c (1 or 2) of each pixel, as the block's two halves.
     template <class V>
     PXK_INLINE void loadChromaHalves(int32_t x, int c, V& half0, V& half1) const {
