@@ -139,38 +139,54 @@ struct ChromaPairsIn : LumaBesideChromaPlanes<2, 0> {
 };
 
 // Packed pairs of pixels in four bytes: Y0, a chroma sample, Y1, the other chroma
-// sample. The first chroma byte feeds channel FirstChannel (1 or 2).
-template <int FirstChannel>
+// sample (LumaFirst), or a chroma sample, Y0, the other, Y1. The first chroma byte of a
+// pair feeds channel FirstChannel (1 or 2). Memory is vec::UnalignedMemory, or
+// vec::AlignedMemory where every row and block starts on a multiple of 16 bytes.
+template <int FirstChannel, bool LumaFirst = true, class Memory = vec::UnalignedMemory>
 struct PackedC2In {
     static_assert(FirstChannel == 1 || FirstChannel == 2, "a chroma channel");
     static constexpr int kPlanes = 1;
     static constexpr int kBytes = 2;
+    // The byte of a pixel's two that holds its luma, and the one that holds chroma.
+    static constexpr int kLumaByte = LumaFirst ? 0 : 1;
+    static constexpr int kChromaByte = 1 - kLumaByte;
     const uint8_t* plane[1];
 
-    // The 32 bytes of 16 pixels (per lane) as two vectors of 16-bit lanes: the low
-    // bytes hold the luma, the high bytes the chroma.
+    // The 32 bytes of 16 pixels (per lane) as two vectors of 16-bit lanes, luma in the
+    // low or the high byte of each.
     template <class V>
     PXK_INLINE void loadWords(int32_t x, V& a, V& b) const {
         const uint8_t* p = plane[0] + pixelOffset<2>(x);
-        a = vec::loadLanes<V, 32>(p);
-        b = vec::loadLanes<V, 32>(p + 16);
+        a = Memory::template loadLanes<V, 32>(p);
+        b = Memory::template loadLanes<V, 32>(p + 16);
+    }
+    // The luma bytes (Luma) or the chroma bytes of 16 pixels, in order.
+    template <bool Luma, class V>
+    PXK_INLINE V bytesOf(V a, V b) const {
+        using namespace vec;
+        if constexpr (Luma == LumaFirst) {
+            const V lowBytes = splat16<V>(0x00FF);
+            return packus16(and_(a, lowBytes), and_(b, lowBytes));
+        } else {
+            return packus16(srli16<8>(a), srli16<8>(b));
+        }
     }
     template <class V>
     PXK_INLINE void loadLuma(int32_t x, V& half0, V& half1) const {
-        using namespace vec;
         V a, b;
         loadWords(x, a, b);
-        const V lowBytes = splat16<V>(0x00FF);
-        simd::toHalves(packus16(and_(a, lowBytes), and_(b, lowBytes)), half0, half1);
+        simd::toHalves(bytesOf<true>(a, b), half0, half1);
     }
     // Luma of the even and of the odd pixels: in the avx2 build by byte shuffles
-    // (bytes 0, 4, 8, 12 and 2, 6, 10, 14 of each 16), else the block's halves.
+    // (luma bytes 0, 4, 8, 12 and 2, 6, 10, 14 of each 16, one more where chroma comes
+    // first), else the block's halves.
     template <class V>
     PXK_INLINE void loadLumaEvenOdd(int32_t x, V& even, V& odd) const {
 #if defined(PXKCC_TARGET_AVX2)
         using namespace vec;
-        static constexpr uint8_t kEvenThenOdd[16] = {0, 0x80, 4, 0x80, 8, 0x80, 12, 0x80,
-                                                     2, 0x80, 6, 0x80, 10, 0x80, 14, 0x80};
+        constexpr uint8_t k = kLumaByte;
+        static constexpr uint8_t kEvenThenOdd[16] = {k,     0x80, 4 + k,  0x80, 8 + k,  0x80, 12 + k, 0x80,
+                                                     2 + k, 0x80, 6 + k,  0x80, 10 + k, 0x80, 14 + k, 0x80};
         V a, b;
         loadWords(x, a, b);
         const V order = bytesInEachLane<V>(kEvenThenOdd);
@@ -183,10 +199,9 @@ struct PackedC2In {
     }
     template <class V>
     PXK_INLINE void loadChroma(int32_t x, V& c1, V& c2) const {
-        using namespace vec;
         V a, b;
         loadWords(x, a, b);
-        simd::pairedChroma<FirstChannel>(packus16(srli16<8>(a), srli16<8>(b)), c1, c2);
+        simd::pairedChroma<FirstChannel>(bytesOf<false>(a, b), c1, c2);
     }
     template <class V>
     PXK_INLINE Block<V> load(int32_t x) const {
@@ -194,16 +209,22 @@ struct PackedC2In {
     }
     PXK_INLINE Pixel3 load1(int32_t x) const {
         const uint8_t* pair = plane[0] + pixelOffset<2>(x & ~1);
-        return withChromaPair<FirstChannel>(plane[0][pixelOffset<2>(x)], pair[1], pair[3]);
+        return withChromaPair<FirstChannel>(plane[0][pixelOffset<2>(x) + kLumaByte], pair[kChromaByte],
+                                            pair[kChromaByte + 2]);
     }
     // A last pixel at an even column x without its partner: Y and the first chroma
-    // from its own two bytes, the second chroma from the byte before them, or, at the
-    // start of the row where there is none, the first chroma again.
+    // from its own two bytes, the second chroma from the pair before, or, at the start
+    // of the row where there is none, the first chroma again.
     PXK_INLINE Pixel3 loadLone(int32_t x) const {
         const uint8_t* own = plane[0] + pixelOffset<2>(x);
-        return withChromaPair<FirstChannel>(own[0], own[1], x > 0 ? own[-1] : own[1]);
+        return withChromaPair<FirstChannel>(own[kLumaByte], own[kChromaByte],
+                                            x > 0 ? own[kChromaByte - 2] : own[kChromaByte]);
     }
 };
+
+// Packed CbYCr422: Cb, Y0, Cr, Y1.
+template <class Memory = vec::UnalignedMemory>
+using CbYCrIn = PackedC2In<kCbFirst, false, Memory>;
 
 // Planes Y, then the two chroma planes at half width (channels 1 and 2), with chroma
 // filtered along the row: the even pixel of pair i takes c[i], the odd one

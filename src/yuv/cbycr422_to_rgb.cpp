@@ -12,6 +12,7 @@
 #include "yuv/forms.h"
 #include "yuv/hd_forms.h"
 #include "yuv/hd_rows.h"
+#include "yuv/replicated_rows.h"
 
 using namespace pxk;
 using namespace pxk::yuv;
@@ -20,25 +21,12 @@ namespace {
 
 constexpr bool kBGR = true, kRGB = false;
 
-// One row of `width` pixels: whole pairs, then a last odd pixel.
-template <class Forms, class Memory, class Out>
-PXK_INLINE void cbycrRow(const uint8_t* src, const Out& out, int32_t width) {
-    const CbYCrIn<Memory> in{src};
-    const int32_t pairs = width / 2;
-    convertPairs<Forms>(in, out, 2 * pairs);
-    if (width % 2 != 0) out.store1(width - 1, Forms::tail(in.loadLast(width - 1)));
-}
-
 template <class Form, bool Bgr>
 PxkResult toC3(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, PxkSize size) {
     PXK_CHECK(checkPtrs(src, dst));
     PXK_CHECK(checkSize(size, 1, 1));
-    driveRows(
-        size.width, size.height,
-        [](int32_t width, const uint8_t* s, uint8_t* d) {
-            cbycrRow<ColumnForms<Form, Form, Bgr>, vec::UnalignedMemory>(s, PackedC3Out{{d}}, width);
-        },
-        rows(src, srcStep), rows(dst, dstStep));
+    convertPackedPairs<ColumnForms<Form, Form, Bgr>>(size, planeRows(CbYCrIn<>{{src}}, srcStep),
+                                                    planeRows(PackedC3Out{{dst}}, dstStep));
     return pxkOk;
 }
 
@@ -49,12 +37,8 @@ PxkResult toC4(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstSte
     PXK_CHECK(checkSize(size, 1, 1));
     byAlignment(src, srcStep, dst, dstStep, [&](auto memory) {
         using Memory = decltype(memory);
-        driveRows(
-            size.width, size.height,
-            [alpha](int32_t width, const uint8_t* s, uint8_t* d) {
-                cbycrRow<ColumnForms<Form, Form, Bgr>, Memory>(s, PackedC4AlphaOutWith<Memory>{{d}, alpha}, width);
-            },
-            rows(src, srcStep), rows(dst, dstStep));
+        convertPackedPairs<ColumnForms<Form, Form, Bgr>>(size, planeRows(CbYCrIn<Memory>{{src}}, srcStep),
+                                                        planeRows(PackedC4AlphaOutWith<Memory>{{dst}, alpha}, dstStep));
     });
     return pxkOk;
 }

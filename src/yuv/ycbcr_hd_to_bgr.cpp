@@ -7,7 +7,7 @@
 #include "frame/convert_row.h"
 #include "frame/drivers.h"
 #include "yuv/hd_forms.h"
-#include "yuv/hd_rows.h"
+#include "yuv/replicated_rows.h"
 
 using namespace pxk;
 using namespace pxk::yuv;
@@ -31,26 +31,15 @@ PxkResult fromPlanes(const uint8_t* const src[3], int32_t srcStep, uint8_t* dst,
 
 // 4:2:0: `height / 2` row pairs of `width / 2` pixel pairs, each chroma sample serving
 // its 2 by 2 block; a last odd row or column is neither read nor written and reported
-// with pxkWarnOddSize. Checks: pSrc, pDst, the entries of pSrc, srcStep, then the size
+// with pxkWarnOddSize. Checks: pSrc, srcStep, pDst, the entries of pSrc, then the size
 // (1 by 1: a width or height of 1 converts nothing).
-template <class Form, class Out, class MakeOut>
-PxkResult from420(const uint8_t* const src[3], const int32_t srcStep[3], uint8_t* dst, int32_t dstStep, PxkSize size,
-                  MakeOut makeOut) {
-    PXK_CHECK(checkPtrs(src, dst));
-    PXK_CHECK(checkPlanes(src, 3));
-    PXK_CHECK(checkPtrs(srcStep));
-    PXK_CHECK(checkSize(size, 1, 1));
-    const int32_t pixels = 2 * (size.width / 2);
-    using Forms = ColumnForms<Form, Form, kBGR>;
-    driveRowPairs(
-        size.width, size.height,
-        [&](int32_t, RowPair<const uint8_t> y, const uint8_t* cb, const uint8_t* cr, RowPair<uint8_t> d) {
-            convertPairs<Forms>(Planar420In{y.top, cb, cr}, makeOut(d.top), pixels);
-            convertPairs<Forms>(Planar420In{y.bottom, cb, cr}, makeOut(d.bottom), pixels);
-        },
-        pairedRows(src[0], srcStep[0]), rows(src[1], srcStep[1]), rows(src[2], srcStep[2]),
-        pairedRows(dst, dstStep));
-    return oddSizeStatus(size, 2, 2);
+template <class Form, class Out>
+PxkResult from420(const uint8_t* const src[3], const int32_t srcStep[3], uint8_t* dst, const Out& out,
+                  int32_t dstStep, PxkSize size) {
+    PXK_CHECK(checkPlanesIntoPacked(src, srcStep, dst, size, 1, 1));
+    return convert420<ColumnForms<Form, Form, kBGR>>(
+        size, pairedPlaneRows<1>(ReplicatedPlanesIn<1>{{src[0], src[1], src[2]}}, srcStep),
+        pairedPlaneRows(out, dstStep));
 }
 
 }  // namespace
@@ -69,14 +58,12 @@ PxkResult pxkiYCbCrToBGR_709CSC_8u_P3C4R(const uint8_t* const pSrc[3], int32_t s
 
 PxkResult pxkiYCbCr420ToBGR_709CSC_8u_P3C3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst,
                                             int32_t dstStep, PxkSize roiSize) {
-    return from420<Csc709InverseForm, PackedC3Out>(pSrc, srcStep, pDst, dstStep, roiSize,
-                                                   [](uint8_t* row) { return PackedC3Out{{row}}; });
+    return from420<Csc709InverseForm>(pSrc, srcStep, pDst, PackedC3Out{{pDst}}, dstStep, roiSize);
 }
 
 PxkResult pxkiYCbCr420ToBGR_709HDTV_8u_P3C4R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst,
                                              int32_t dstStep, PxkSize roiSize, uint8_t alpha) {
-    return from420<Hdtv709InverseForm, PackedC4AlphaOut>(
-        pSrc, srcStep, pDst, dstStep, roiSize, [alpha](uint8_t* row) { return PackedC4AlphaOut{{row}, alpha}; });
+    return from420<Hdtv709InverseForm>(pSrc, srcStep, pDst, PackedC4AlphaOut{{pDst}, alpha}, dstStep, roiSize);
 }
 
 }  // extern "C"
