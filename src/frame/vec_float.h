@@ -1,0 +1,198 @@
+// More of the vector layer, for the families that work in 32-bit lanes and in floats:
+// bitwise and compare operations, saturating 8/16-bit arithmetic, single-precision
+// arithmetic with its compares and selects, and conversions between floats and 32-bit
+// integers. Same rules as vec.h: every operation here is overloaded for the 128-bit
+// type and (in the avx2 build) the 256-bit type, and acts on each 128-bit lane as its
+// 128-bit twin does, so a form written once over V or F gives the same bits in both
+// builds.
+//
+// Float rules: one rounding for each operation, in the order written (the build never
+// contracts a multiply and an add). minF/maxF follow the processor's operations: when
+// either operand is NaN, or both are zeros, the result is the SECOND operand. The
+// approximate reciprocal rcpF is the processor's, unrefined (about 12 bits); its
+// 256-bit form gives the same value as the 128-bit form for each element.
+#pragma once
+
+#include "frame/vec.h"
+
+namespace pxk {
+namespace vec {
+
+// ---------------------------------------------------------------------------------
+// Integer lanes: bitwise, compares, saturating arithmetic
+// ---------------------------------------------------------------------------------
+
+#if defined(PXKCC_TARGET_AVX2)
+#define PXK_VEC_OP2(name, op128, op256)                          \
+    PXK_INLINE V128 name(V128 a, V128 b) { return op128(a, b); } \
+    PXK_INLINE V256 name(V256 a, V256 b) { return op256(a, b); }
+#define PXK_VEC_IMM(name, op128, op256)                  \
+    template <int N>                                     \
+    PXK_INLINE V128 name(V128 a) { return op128(a, N); } \
+    template <int N>                                     \
+    PXK_INLINE V256 name(V256 a) { return op256(a, N); }
+#else
+#define PXK_VEC_OP2(name, op128, op256) \
+    PXK_INLINE V128 name(V128 a, V128 b) { return op128(a, b); }
+#define PXK_VEC_IMM(name, op128, op256) \
+    template <int N>                    \
+    PXK_INLINE V128 name(V128 a) { return op128(a, N); }
+#endif
+
+PXK_VEC_OP2(xor_, _mm_xor_si128, _mm256_xor_si256)
+// (~a) & b.
+PXK_VEC_OP2(andNot, _mm_andnot_si128, _mm256_andnot_si256)
+
+PXK_VEC_OP2(add8, _mm_add_epi8, _mm256_add_epi8)
+PXK_VEC_OP2(sub8, _mm_sub_epi8, _mm256_sub_epi8)
+PXK_VEC_OP2(add64, _mm_add_epi64, _mm256_add_epi64)
+PXK_VEC_OP2(sub64, _mm_sub_epi64, _mm256_sub_epi64)
+// Saturating: signed 16-bit, unsigned 8-bit, unsigned 16-bit.
+PXK_VEC_OP2(addSat16, _mm_adds_epi16, _mm256_adds_epi16)
+PXK_VEC_OP2(subSat16, _mm_subs_epi16, _mm256_subs_epi16)
+PXK_VEC_OP2(addSatU8, _mm_adds_epu8, _mm256_adds_epu8)
+PXK_VEC_OP2(subSatU8, _mm_subs_epu8, _mm256_subs_epu8)
+PXK_VEC_OP2(addSatU16, _mm_adds_epu16, _mm256_adds_epu16)
+PXK_VEC_OP2(subSatU16, _mm_subs_epu16, _mm256_subs_epu16)
+PXK_VEC_OP2(minU8, _mm_min_epu8, _mm256_min_epu8)
+PXK_VEC_OP2(maxU8, _mm_max_epu8, _mm256_max_epu8)
+// Unsigned 32 x 32 -> 64-bit products of the even 32-bit lanes (0 and 2 of each 128-bit lane).
+PXK_VEC_OP2(mulEvenU32, _mm_mul_epu32, _mm256_mul_epu32)
+// Signed 16 -> signed 8 with saturation (a's lanes first, then b's, per 128-bit lane).
+PXK_VEC_OP2(packs16, _mm_packs_epi16, _mm256_packs_epi16)
+
+// All ones in the lanes where the compare holds, zeros elsewhere (signed compares).
+PXK_VEC_OP2(equal8, _mm_cmpeq_epi8, _mm256_cmpeq_epi8)
+PXK_VEC_OP2(equal16, _mm_cmpeq_epi16, _mm256_cmpeq_epi16)
+PXK_VEC_OP2(equal32, _mm_cmpeq_epi32, _mm256_cmpeq_epi32)
+PXK_VEC_OP2(greater8, _mm_cmpgt_epi8, _mm256_cmpgt_epi8)
+PXK_VEC_OP2(greater16, _mm_cmpgt_epi16, _mm256_cmpgt_epi16)
+PXK_VEC_OP2(greater32, _mm_cmpgt_epi32, _mm256_cmpgt_epi32)
+
+PXK_VEC_IMM(slli64, _mm_slli_epi64, _mm256_slli_epi64)
+PXK_VEC_IMM(srli64, _mm_srli_epi64, _mm256_srli_epi64)
+// Whole 128-bit lanes shifted by N bytes toward the high end (zeros shifted in).
+PXK_VEC_IMM(bytesUp, _mm_slli_si128, _mm256_slli_si256)
+PXK_VEC_IMM(shuffleLow16, _mm_shufflelo_epi16, _mm256_shufflelo_epi16)
+PXK_VEC_IMM(shuffleHigh16, _mm_shufflehi_epi16, _mm256_shufflehi_epi16)
+
+// Lanes of a where mask is all ones, of b where it is zero (any mask: bit by bit).
+template <class V>
+PXK_INLINE V selectBits(V mask, V a, V b) {
+    return or_(and_(mask, a), andNot(mask, b));
+}
+
+// One bit a byte: bit i of the result is the top bit of byte i.
+PXK_INLINE int32_t topBits8(V128 v) { return _mm_movemask_epi8(v); }
+#if defined(PXKCC_TARGET_AVX2)
+PXK_INLINE int32_t topBits8(V256 v) { return _mm256_movemask_epi8(v); }
+#endif
+
+// ---------------------------------------------------------------------------------
+// Single-precision lanes
+// ---------------------------------------------------------------------------------
+
+#if defined(PXKCC_TARGET_AVX2)
+#define PXK_VEC_FOP1(name, op128, op256)                 \
+    PXK_INLINE F128 name(F128 a) { return op128(a); } \
+    PXK_INLINE F256 name(F256 a) { return op256(a); }
+#define PXK_VEC_FOP2(name, op128, op256)                         \
+    PXK_INLINE F128 name(F128 a, F128 b) { return op128(a, b); } \
+    PXK_INLINE F256 name(F256 a, F256 b) { return op256(a, b); }
+#else
+#define PXK_VEC_FOP1(name, op128, op256) \
+    PXK_INLINE F128 name(F128 a) { return op128(a); }
+#define PXK_VEC_FOP2(name, op128, op256) \
+    PXK_INLINE F128 name(F128 a, F128 b) { return op128(a, b); }
+#endif
+
+PXK_VEC_FOP2(divF, _mm_div_ps, _mm256_div_ps)
+PXK_VEC_FOP2(minF, _mm_min_ps, _mm256_min_ps)
+PXK_VEC_FOP2(maxF, _mm_max_ps, _mm256_max_ps)
+PXK_VEC_FOP1(sqrtF, _mm_sqrt_ps, _mm256_sqrt_ps)
+PXK_VEC_FOP1(rcpF, _mm_rcp_ps, _mm256_rcp_ps)
+PXK_VEC_FOP2(andF, _mm_and_ps, _mm256_and_ps)
+PXK_VEC_FOP2(orF, _mm_or_ps, _mm256_or_ps)
+PXK_VEC_FOP2(xorF, _mm_xor_ps, _mm256_xor_ps)
+// (~a) & b.
+PXK_VEC_FOP2(andNotF, _mm_andnot_ps, _mm256_andnot_ps)
+// Masks of all ones where the compare holds. The ordered compares are false when
+// either operand is NaN; notEqualF and unorderedF are true then.
+#if defined(PXKCC_TARGET_AVX2)
+#define PXK_VEC_FCMP(name, op128, predicate)                                      \
+    PXK_INLINE F128 name(F128 a, F128 b) { return op128(a, b); }                  \
+    PXK_INLINE F256 name(F256 a, F256 b) { return _mm256_cmp_ps(a, b, predicate); }
+#else
+#define PXK_VEC_FCMP(name, op128, predicate) \
+    PXK_INLINE F128 name(F128 a, F128 b) { return op128(a, b); }
+#endif
+PXK_VEC_FCMP(lessF, _mm_cmplt_ps, _CMP_LT_OS)
+PXK_VEC_FCMP(lessEqualF, _mm_cmple_ps, _CMP_LE_OS)
+PXK_VEC_FCMP(equalF, _mm_cmpeq_ps, _CMP_EQ_OQ)
+PXK_VEC_FCMP(notEqualF, _mm_cmpneq_ps, _CMP_NEQ_UQ)
+PXK_VEC_FCMP(unorderedF, _mm_cmpunord_ps, _CMP_UNORD_Q)
+#undef PXK_VEC_FCMP
+#undef PXK_VEC_FOP1
+#undef PXK_VEC_FOP2
+
+// Lanes of a where mask is all ones, of b where it is zero (bit by bit).
+template <class F>
+PXK_INLINE F selectF(F mask, F a, F b) {
+    return orF(andF(mask, a), andNotF(mask, b));
+}
+
+PXK_INLINE F128 zeroF128() { return _mm_setzero_ps(); }
+template <class F>
+PXK_INLINE F zeroF() {
+    return splatF<F>(0.0f);
+}
+
+// Unaligned loads and stores of whole vectors of floats.
+PXK_INLINE F128 loadF(const float* p, F128*) { return _mm_loadu_ps(p); }
+PXK_INLINE void storeF(float* p, F128 v) { _mm_storeu_ps(p, v); }
+#if defined(PXKCC_TARGET_AVX2)
+PXK_INLINE F256 loadF(const float* p, F256*) { return _mm256_loadu_ps(p); }
+PXK_INLINE void storeF(float* p, F256 v) { _mm256_storeu_ps(p, v); }
+#endif
+// loadF<F>(p): as many floats as F holds, from p.
+template <class F>
+PXK_INLINE F loadF(const float* p) {
+    return loadF(p, static_cast<F*>(nullptr));
+}
+
+// The bits of floats as integer lanes and back (no conversion).
+PXK_INLINE V128 bitsOf(F128 v) { return _mm_castps_si128(v); }
+PXK_INLINE F128 floatsOf(V128 v) { return _mm_castsi128_ps(v); }
+// Floats to 32-bit integers by the processor's current rounding mode (round to
+// nearest, ties to even, unless the caller changed it). Out-of-range values and NaN
+// give 0x80000000, the processor's defined result.
+PXK_INLINE V128 roundToInt(F128 v) { return _mm_cvtps_epi32(v); }
+#if defined(PXKCC_TARGET_AVX2)
+PXK_INLINE V256 bitsOf(F256 v) { return _mm256_castps_si256(v); }
+PXK_INLINE F256 floatsOf(V256 v) { return _mm256_castsi256_ps(v); }
+PXK_INLINE V256 roundToInt(F256 v) { return _mm256_cvtps_epi32(v); }
+#endif
+
+#undef PXK_VEC_OP2
+#undef PXK_VEC_IMM
+
+}  // namespace vec
+
+// ---------------------------------------------------------------------------------
+// Scalar twins of the conversions: each conversion of a float to an integer named
+// once. Out-of-range values and NaN give INT32_MIN (0x80000000), as the processor's
+// conversions define; never a C++ cast of an out-of-range value.
+// ---------------------------------------------------------------------------------
+
+// Float to 32-bit integer by the processor's current rounding mode: to nearest, ties
+// to even, unless the caller changed the mode. Nothing here sets the mode.
+PXK_INLINE int32_t pxkRoundHalfEven(float x) { return _mm_cvtss_si32(_mm_set_ss(x)); }
+PXK_INLINE int32_t pxkRoundHalfEven(double x) { return _mm_cvtsd_si32(_mm_set_sd(x)); }
+// Float to 32-bit integer truncated toward zero.
+PXK_INLINE int32_t truncToInt32(float x) { return _mm_cvttss_si32(_mm_set_ss(x)); }
+PXK_INLINE int32_t truncToInt32(double x) { return _mm_cvttsd_si32(_mm_set_sd(x)); }
+// The processor's approximate reciprocal of one float: the value that rcpF gives
+// for that element, unrefined.
+PXK_INLINE float approxReciprocal(float x) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(x))); }
+
+}  // namespace pxk
