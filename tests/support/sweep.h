@@ -9,6 +9,15 @@
 
 namespace pxktest {
 
+// True in the sanitizer build: tests that sweep a large space (every 8-bit colour,
+// every 16-bit value, long random campaigns) take a lighter sample of it there, and the
+// release builds run the whole sweep.
+#if defined(PXKCC_TESTS_LIGHT_SWEEP)
+inline constexpr bool kLightSweep = true;
+#else
+inline constexpr bool kLightSweep = false;
+#endif
+
 // Every width from 1 to 40, then 59 (blocks of 32, 16 and 8 and a tail), 67, 130, 301
 // and 1920.
 const std::vector<int>& sweepWidths();
