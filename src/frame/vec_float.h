@@ -184,15 +184,28 @@ PXK_INLINE V256 roundToInt(F256 v) { return _mm256_cvtps_epi32(v); }
 // conversions define; never a C++ cast of an out-of-range value.
 // ---------------------------------------------------------------------------------
 
+namespace detail {
+// Hides a value from the compiler's constant folding, which would evaluate a
+// conversion of a constant by the language's rules instead of the processor's.
+PXK_INLINE __m128 opaque(__m128 v) {
+    __asm__("" : "+x"(v));
+    return v;
+}
+PXK_INLINE __m128d opaque(__m128d v) {
+    __asm__("" : "+x"(v));
+    return v;
+}
+}  // namespace detail
+
 // Float to 32-bit integer by the processor's current rounding mode: to nearest, ties
 // to even, unless the caller changed the mode. Nothing here sets the mode.
-PXK_INLINE int32_t pxkRoundHalfEven(float x) { return _mm_cvtss_si32(_mm_set_ss(x)); }
-PXK_INLINE int32_t pxkRoundHalfEven(double x) { return _mm_cvtsd_si32(_mm_set_sd(x)); }
+PXK_INLINE int32_t pxkRoundHalfEven(float x) { return _mm_cvtss_si32(detail::opaque(_mm_set_ss(x))); }
+PXK_INLINE int32_t pxkRoundHalfEven(double x) { return _mm_cvtsd_si32(detail::opaque(_mm_set_sd(x))); }
 // Float to 32-bit integer truncated toward zero.
-PXK_INLINE int32_t truncToInt32(float x) { return _mm_cvttss_si32(_mm_set_ss(x)); }
-PXK_INLINE int32_t truncToInt32(double x) { return _mm_cvttsd_si32(_mm_set_sd(x)); }
+PXK_INLINE int32_t truncToInt32(float x) { return _mm_cvttss_si32(detail::opaque(_mm_set_ss(x))); }
+PXK_INLINE int32_t truncToInt32(double x) { return _mm_cvttsd_si32(detail::opaque(_mm_set_sd(x))); }
 // The processor's approximate reciprocal of one float: the value that rcpF gives
 // for that element, unrefined.
-PXK_INLINE float approxReciprocal(float x) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(x))); }
+PXK_INLINE float approxReciprocal(float x) { return _mm_cvtss_f32(_mm_rcp_ss(detail::opaque(_mm_set_ss(x)))); }
 
 }  // namespace pxk
