@@ -7,6 +7,9 @@
 #include <limits>
 #include <new>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include "random.h"
 
 namespace pxkcross {
@@ -166,6 +169,14 @@ int64_t stepBytesFor(StepKind kind, int64_t tight, int unit, unsigned variant) {
     return tight;
 }
 
+void CallMemory::Free::operator()(uint8_t* p) const {
+    if (mapping != nullptr) {
+        munmap(mapping, mappingBytes);
+    } else {
+        std::free(p);
+    }
+}
+
 int CallMemory::addBuffer(const std::string& label, std::size_t bytes, std::size_t origin, int64_t step, int rows) {
     Buffer b;
     b.label = label;
@@ -173,20 +184,62 @@ int CallMemory::addBuffer(const std::string& label, std::size_t bytes, std::size
     b.size = bytes;
     b.origin = origin;
     b.step = step;
-    // The allocation sits on a 64-byte boundary in both copies, so that the pointers of
-    // the two calls have the same alignment.
-    void* p = std::aligned_alloc(64, (bytes + 63) / 64 * 64);
-    if (!p) throw std::bad_alloc();
-    b.data.reset(static_cast<uint8_t*>(p));
+    if (placement_ == Placement::Margins) {
+        // The allocation sits on a 64-byte boundary in both copies, so that the pointers
+        // of the two calls have the same alignment.
+        void* p = std::aligned_alloc(64, (bytes + 63) / 64 * 64);
+        if (!p) throw std::bad_alloc();
+        b.data.reset(static_cast<uint8_t*>(p));
+    } else {
+        // Pages for the bytes, with an inaccessible page on either side.
+        const std::size_t page = std::size_t(sysconf(_SC_PAGESIZE));
+        const std::size_t inner = (bytes + page - 1) / page * page;
+        const std::size_t total = inner + 2 * page;
+        void* m = mmap(nullptr, total, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (m == MAP_FAILED) throw std::bad_alloc();
+        uint8_t* base = static_cast<uint8_t*>(m);
+        mprotect(base, page, PROT_NONE);
+        mprotect(base + page + inner, page, PROT_NONE);
+        uint8_t* data = placement_ == Placement::GuardAfter ? base + page + inner - bytes : base + page;
+        b.data = std::unique_ptr<uint8_t, Free>(data, Free{m, total});
+    }
     buffers_.push_back(std::move(b));
     return static_cast<int>(buffers_.size() - 1);
 }
 
-CallMemory::CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t seed) {
+std::string CallMemory::describeAddress(const void* address) const {
+    const uint8_t* a = static_cast<const uint8_t*>(address);
+    const std::size_t page = std::size_t(sysconf(_SC_PAGESIZE));
+    for (const Buffer& b : buffers_) {
+        const uint8_t* first = b.data.get();
+        const uint8_t* end = first + b.size;
+        if (a + page < first || a >= end + page) continue;
+        const long long fromPointer = static_cast<long long>(a - first) - static_cast<long long>(b.origin);
+        char text[200];
+        if (a < first) {
+            std::snprintf(text, sizeof text, "%s: %lld bytes before its first byte (%+lld from the pointer passed)",
+                          b.label.c_str(), static_cast<long long>(first - a), fromPointer);
+        } else if (a >= end) {
+            std::snprintf(text, sizeof text, "%s: %lld bytes after its last byte (%+lld from the pointer passed)",
+                          b.label.c_str(), static_cast<long long>(a - end) + 1, fromPointer);
+        } else {
+            std::snprintf(text, sizeof text, "%s: inside, %+lld from the pointer passed", b.label.c_str(), fromPointer);
+        }
+        return text;
+    }
+    return "no buffer of the call";
+}
+
+CallMemory::CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t seed, Placement placement)
+    : placement_(placement) {
     pxktest::Rng rng(seed);
+    const bool guarded = placement != Placement::Margins;
+    const std::size_t margin = guarded ? 0 : kMargin;
+    const std::size_t smallMargin = guarded ? 0 : kSmallMargin;
     const int w = point.width;
     const int h = point.height;
     const unsigned index = point.index;
+    auto alignFor = [&](int unit) { return guarded ? std::size_t(0) : alignmentFor(index, int(buffers_.size()), unit); };
 
     // How each image takes its steps: none (derived from the width), one for all its
     // planes, or one a plane.
@@ -221,13 +274,18 @@ CallMemory::CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t
         if (steps[i] == Steps::Shared) choose(widestTight);
         for (std::size_t p = 0; p < image.planes.size(); ++p) {
             if (steps[i] == Steps::PerPlane) choose(image.rowBytes(int(p), w));
-            const int64_t rowSpan = int64_t(h - 1) * (bytes < 0 ? -bytes : bytes);
-            const std::size_t align = alignmentFor(index, int(buffers_.size()), unit);
-            const std::size_t origin = kMargin + align + std::size_t(bytes < 0 ? rowSpan : 0);
-            const std::size_t size = kMargin + align + std::size_t(rowSpan + full) + kMargin;
+            // Guarded, each plane holds just its rows at its own resolution; a form
+            // without steps derives tight ones.
+            if (guarded && steps[i] == Steps::None) bytes = image.rowBytes(int(p), w);
+            const int rows = guarded ? image.rows(int(p), h) : h;
+            const int64_t rowBytes = guarded ? image.rowBytes(int(p), w) : full;
+            const int64_t rowSpan = int64_t(rows - 1) * (bytes < 0 ? -bytes : bytes);
+            const std::size_t align = alignFor(unit);
+            const std::size_t origin = margin + align + std::size_t(bytes < 0 ? rowSpan : 0);
+            const std::size_t size = margin + align + std::size_t(rowSpan + rowBytes) + margin;
             std::string label = sideName(image.role);
             if (image.planes.size() > 1) label += " plane " + std::to_string(p);
-            const int b = addBuffer(label, size, origin, bytes, h);
+            const int b = addBuffer(label, size, origin, bytes, rows);
             planeBuffer[i].push_back(b);
             if (shape.floatRange && isFloat(image.type)) {
                 fillFloats(rng, image.type, shape.floatLo, shape.floatHi, bufferData(std::size_t(b)), size);
@@ -280,10 +338,10 @@ CallMemory::CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t
             case ArgKind::StepArray64: {
                 const std::vector<int64_t>& values = passedStep.at(std::size_t(a.image));
                 const std::size_t each = (a.kind == ArgKind::StepArray) ? 4 : 8;
-                const int b = addBuffer(label + " (steps)", kSmallMargin * 2 + values.size() * each, kSmallMargin, 0);
+                const int b = addBuffer(label + " (steps)", smallMargin * 2 + values.size() * each, smallMargin, 0);
                 fillRandom(rng, bufferData(std::size_t(b)), bufferSize(std::size_t(b)));
                 for (std::size_t p = 0; p < values.size(); ++p) {
-                    uint8_t* at = bufferData(std::size_t(b)) + kSmallMargin + p * each;
+                    uint8_t* at = bufferData(std::size_t(b)) + smallMargin + p * each;
                     if (each == 4) {
                         const int32_t v = static_cast<int32_t>(values[p]);
                         std::memcpy(at, &v, 4);
@@ -326,10 +384,10 @@ CallMemory::CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t
             }
             case ArgKind::Values: {
                 const int size = valueBytes(a.type);
-                const std::size_t align = alignmentFor(index, int(buffers_.size()), size);
-                const std::size_t origin = kSmallMargin + align;
+                const std::size_t align = alignFor(size);
+                const std::size_t origin = smallMargin + align;
                 const int b =
-                    addBuffer(label + " (values)", origin + std::size_t(a.count * size) + kSmallMargin, origin, 0);
+                    addBuffer(label + " (values)", origin + std::size_t(a.count * size) + smallMargin, origin, 0);
                 fillRandom(rng, bufferData(std::size_t(b)), bufferSize(std::size_t(b)));
                 for (int k = 0; k < a.count; ++k) {
                     store(a.type, draw(rng, a.type, a.lo, a.hi),
@@ -341,7 +399,7 @@ CallMemory::CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t
             }
             case ArgKind::Out: {
                 const int b =
-                    addBuffer(label + " (result)", kSmallMargin * 2 + std::size_t(valueBytes(a.type)), kSmallMargin, 0);
+                    addBuffer(label + " (result)", smallMargin * 2 + std::size_t(valueBytes(a.type)), smallMargin, 0);
                 fillRandom(rng, bufferData(std::size_t(b)), bufferSize(std::size_t(b)));
                 planned.pass = Pass::Address;
                 planned.buffer = b;
@@ -349,10 +407,10 @@ CallMemory::CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t
             }
             case ArgKind::Scratch: {
                 scratchRow = a.perPixel * w + a.fixed;
-                const std::size_t align = alignmentFor(index, int(buffers_.size()), 1);
-                const std::size_t origin = kSmallMargin + align;
+                const std::size_t align = alignFor(1);
+                const std::size_t origin = smallMargin + align;
                 const int b = addBuffer(label + " (work buffer)",
-                                        origin + std::size_t(scratchRow * a.rows) + kSmallMargin, origin, 0);
+                                        origin + std::size_t(scratchRow * a.rows) + smallMargin, origin, 0);
                 fillRandom(rng, bufferData(std::size_t(b)), bufferSize(std::size_t(b)));
                 planned.pass = Pass::Address;
                 planned.buffer = b;
@@ -366,7 +424,8 @@ CallMemory::CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t
     }
 }
 
-CallMemory::CallMemory(const CallMemory& other) : planned_(other.planned_), layout_(other.layout_) {
+CallMemory::CallMemory(const CallMemory& other)
+    : placement_(other.placement_), planned_(other.planned_), layout_(other.layout_) {
     for (const Buffer& b : other.buffers_) {
         const int i = addBuffer(b.label, b.size, b.origin, b.step, b.rows);
         std::memcpy(bufferData(std::size_t(i)), b.data.get(), b.size);

@@ -39,9 +39,17 @@ StepKind stepKindFor(unsigned index, int slot, bool positiveOnly);
 // The step in bytes for a plane whose tight row is `tight` bytes of `unit`-byte samples.
 int64_t stepBytesFor(StepKind kind, int64_t tight, int unit, unsigned variant);
 
+// Where the buffers lie. Margins: every buffer with room around the region, for
+// comparing what two calls leave there. GuardAfter and GuardBefore: every buffer
+// exactly as large as what the call may touch (each plane's rows at its own
+// resolution, arrays and values of their own size), its last byte just below a page
+// that may not be touched, or its first byte just above one.
+enum class Placement { Margins, GuardAfter, GuardBefore };
+
 class CallMemory {
 public:
-    CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t seed);
+    CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t seed,
+               Placement placement = Placement::Margins);
     CallMemory(const CallMemory& other);
     CallMemory& operator=(const CallMemory&) = delete;
 
@@ -58,14 +66,22 @@ public:
     const std::string& bufferLabel(std::size_t i) const { return buffers_[i].label; }
     std::size_t bufferSize(std::size_t i) const { return buffers_[i].size; }
     uint8_t* bufferData(std::size_t i) { return buffers_[i].data.get(); }
+    // Which buffer an address falls in or next to, and where: for the message of an
+    // access outside the buffers.
+    std::string describeAddress(const void* address) const;
     // Offset in its buffer of the pointer handed to the call.
     std::size_t bufferOrigin(std::size_t i) const { return buffers_[i].origin; }
     // Step in bytes between rows of an image plane's buffer (0 for other buffers).
     int64_t bufferStep(std::size_t i) const { return buffers_[i].step; }
 
 private:
+    // Frees a buffer: from the heap, or its mapping with the guard pages around it.
     struct Free {
-        void operator()(uint8_t* p) const { std::free(p); }
+        Free() : mapping(nullptr), mappingBytes(0) {}
+        Free(void* m, std::size_t bytes) : mapping(m), mappingBytes(bytes) {}
+        void operator()(uint8_t* p) const;
+        void* mapping;
+        std::size_t mappingBytes;
     };
     struct Buffer {
         std::string label;
@@ -85,6 +101,7 @@ private:
 
     int addBuffer(const std::string& label, std::size_t bytes, std::size_t origin, int64_t step, int rows = 0);
 
+    Placement placement_ = Placement::Margins;
     std::vector<Buffer> buffers_;
     std::vector<Planned> planned_;
     std::vector<std::vector<const void*>> pointerArrays_;

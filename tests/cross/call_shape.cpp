@@ -129,6 +129,11 @@ int64_t Image::rowBytes(int p, int width) const {
     return columns * plane.channels * sampleBytes(type);
 }
 
+int Image::rows(int p, int height) const {
+    const int d = planes.at(static_cast<std::size_t>(p)).heightDivisor;
+    return height <= 0 ? height : (height + d - 1) / d;
+}
+
 int64_t Image::fullRowBytes(int width) const {
     int64_t widest = 0;
     for (const Plane& plane : planes) {

@@ -32,11 +32,13 @@ ValueType valueTypeOf(SampleType type);      // the type of one sample of an ima
 
 enum class Role { Source, Destination, InPlace };
 
-// One plane of an image: samples a pixel, and how many luma columns share one of its
-// columns (2 for the chroma planes of 422 and 420, 4 for 411 and 1620).
+// One plane of an image: samples a pixel, how many luma columns share one of its
+// columns (2 for the chroma planes of 422 and 420, 4 for 411 and 1620), and how many
+// luma rows share one of its rows (2 for the chroma planes of 420, 4 for 1620).
 struct Plane {
     int channels = 1;
     int widthDivisor = 1;
+    int heightDivisor = 1;
 };
 
 struct Image {
@@ -46,6 +48,8 @@ struct Image {
 
     // Bytes of one row of plane p at its own resolution: the tight step.
     int64_t rowBytes(int p, int width) const;
+    // Rows of plane p at its own resolution.
+    int rows(int p, int height) const;
     // Bytes of one row at full resolution, the widest row any plane can have.
     int64_t fullRowBytes(int width) const;
 };

@@ -173,6 +173,8 @@ Image makeImage(Role role, SampleType type, Layout layout, const std::string& sa
     image.role = role;
     image.type = type;
     const int d = samplingDivisor(sampling);
+    // Chroma rows: one for two luma rows in 420, one for four in 1620.
+    const int rowsShared = sampling == "420" ? 2 : (sampling == "1620" ? 4 : 1);
     switch (layout) {
         case Layout::C1:
             image.planes = {{1, 1}};
@@ -189,10 +191,10 @@ Image makeImage(Role role, SampleType type, Layout layout, const std::string& sa
             break;
         case Layout::P2:
             // A luma plane, and one plane of chroma pairs; chroma is always subsampled.
-            image.planes = {{1, 1}, {2, d > 1 ? d : 2}};
+            image.planes = {{1, 1}, {2, d > 1 ? d : 2, rowsShared}};
             break;
         case Layout::P3:
-            image.planes = {{1, 1}, {1, d}, {1, d}};
+            image.planes = {{1, 1}, {1, d, rowsShared}, {1, d, rowsShared}};
             break;
         case Layout::P4:
         case Layout::AP4:
