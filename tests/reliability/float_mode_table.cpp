@@ -16,9 +16,24 @@ const std::vector<std::string>& floatModeTableEntries() {
     return entries;
 }
 
+// '*' stands for any run of characters, anywhere in the entry.
 bool entryMatches(const std::string& entry, const std::string& name) {
-    if (!entry.empty() && entry.back() == '*') return name.compare(0, entry.size() - 1, entry, 0, entry.size() - 1) == 0;
-    return entry == name;
+    std::size_t e = 0, n = 0, star = std::string::npos, resume = 0;
+    while (n < name.size()) {
+        if (e < entry.size() && entry[e] == '*') {
+            star = e++;
+            resume = n;
+        } else if (e < entry.size() && entry[e] == name[n]) {
+            ++e, ++n;
+        } else if (star != std::string::npos) {
+            e = star + 1;
+            n = ++resume;
+        } else {
+            return false;
+        }
+    }
+    while (e < entry.size() && entry[e] == '*') ++e;
+    return e == entry.size();
 }
 
 bool followsCallerFloatModes(const std::string& name) {

@@ -9,7 +9,8 @@
 
 namespace pxkreliability {
 
-// The table's entries: an export's name, or a prefix followed by '*'.
+// The table's entries: an export's name, or a pattern in which '*' stands for any run
+// of characters.
 const std::vector<std::string>& floatModeTableEntries();
 bool entryMatches(const std::string& entry, const std::string& name);
 bool followsCallerFloatModes(const std::string& name);

@@ -120,6 +120,18 @@ INSTANTIATE_TEST_SUITE_P(EveryExport, FloatStateOfEveryExport,
                          ::testing::ValuesIn(pxkreliability::exportsUnderTest()),
                          [](const ::testing::TestParamInfo<std::string>& info) { return info.param; });
 
+TEST(FloatModeTable, PatternsMatchAnyRunWhereTheyHaveAStar) {
+    using pxkreliability::entryMatches;
+    EXPECT_TRUE(entryMatches("pxkiA_8u_C3R", "pxkiA_8u_C3R"));
+    EXPECT_FALSE(entryMatches("pxkiA_8u_C3R", "pxkiA_8u_C3R_L"));
+    EXPECT_TRUE(entryMatches("pxkiYUV422v210To*", "pxkiYUV422v210ToRGB_709HDTV_32u16u_C3"));
+    EXPECT_TRUE(entryMatches("*_32f_*", "pxkiHLSToRGB_32f_C3R"));
+    EXPECT_FALSE(entryMatches("*_32f_*", "pxkiHLSToRGB_8u_C3R"));
+    EXPECT_TRUE(entryMatches("pxki*To*_16u_*", "pxkiRGBToGray_16u_C3C1R"));
+    EXPECT_FALSE(entryMatches("pxki*To*_16u_*", "pxkiRGBToGray_8u_C3C1R"));
+    EXPECT_TRUE(entryMatches("*", "anything"));
+}
+
 // The table names only exports of the list.
 TEST(FloatModeTable, NamesOnlyListedExports) {
     const std::vector<std::string> list = pxkreliability::exportsUnderTest();
