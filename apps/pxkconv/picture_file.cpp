@@ -1,5 +1,7 @@
 #include "picture_file.h"
 
+#include "file_handle.h"
+
 #include <png.h>
 
 #include <cctype>
@@ -12,13 +14,6 @@
 namespace pxkconv {
 
 namespace {
-
-struct FileCloser {
-    void operator()(std::FILE* f) const {
-        if (f) std::fclose(f);
-    }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
 
 std::string lowerExtension(const std::string& path) {
     const std::size_t dot = path.find_last_of('.');
@@ -98,7 +93,7 @@ bool writePnm(const std::string& path, const Picture& picture, std::string* erro
     if (picture.channels != 1 && picture.channels != 3) {
         return fail(error, path, "PGM and PPM hold 1 or 3 channels, not " + std::to_string(picture.channels));
     }
-    File f(std::fopen(path.c_str(), "wb"));
+    FileHandle f(std::fopen(path.c_str(), "wb"));
     if (!f) return fail(error, path, std::string("cannot open for writing: ") + std::strerror(errno));
     std::fprintf(f.get(), "P%c\n%d %d\n%d\n", picture.channels == 1 ? '5' : '6', picture.width, picture.height,
                  picture.bits == 16 ? 65535 : 255);
@@ -190,7 +185,7 @@ bool writePng(const std::string& path, const Picture& picture, std::string* erro
     if (picture.channels != 1 && picture.channels != 3 && picture.channels != 4) {
         return fail(error, path, "PNG pictures here hold 1, 3 or 4 channels");
     }
-    File f(std::fopen(path.c_str(), "wb"));
+    FileHandle f(std::fopen(path.c_str(), "wb"));
     if (!f) return fail(error, path, std::string("cannot open for writing: ") + std::strerror(errno));
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, pngError, pngWarning);
     png_infop info = png ? png_create_info_struct(png) : nullptr;
@@ -232,7 +227,7 @@ bool pictureFormatOf(const std::string& path, PictureFormat* format) {
 }
 
 bool readPicture(const std::string& path, Picture* picture, std::string* error) {
-    File f(std::fopen(path.c_str(), "rb"));
+    FileHandle f(std::fopen(path.c_str(), "rb"));
     if (!f) return fail(error, path, std::string("cannot open: ") + std::strerror(errno));
     uint8_t signature[8] = {};
     const std::size_t n = std::fread(signature, 1, sizeof signature, f.get());

@@ -130,7 +130,7 @@ std::size_t frameBytes(YuvLayout layout, int width, int height) {
 
 bool readRawFrames(const std::string& path, YuvLayout layout, int width, int height, std::vector<YuvFrame>* frames,
                    std::string* error) {
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> f(std::fopen(path.c_str(), "rb"), &std::fclose);
+    FileHandle f(std::fopen(path.c_str(), "rb"));
     if (!f) return fail(error, path, std::string("cannot open: ") + std::strerror(errno));
     std::vector<uint8_t> all;
     uint8_t chunk[65536];
@@ -153,7 +153,7 @@ bool readRawFrames(const std::string& path, YuvLayout layout, int width, int hei
 }
 
 bool writeRawFrame(const std::string& path, const YuvFrame& frame, bool append, std::string* error) {
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> f(std::fopen(path.c_str(), append ? "ab" : "wb"), &std::fclose);
+    FileHandle f(std::fopen(path.c_str(), append ? "ab" : "wb"));
     if (!f) return fail(error, path, std::string("cannot open for writing: ") + std::strerror(errno));
     if (std::fwrite(frame.bytes.data(), 1, frame.bytes.size(), f.get()) != frame.bytes.size() ||
         std::fflush(f.get()) != 0) {

@@ -15,6 +15,8 @@
 #include <string>
 #include <vector>
 
+#include "file_handle.h"
+
 namespace pxkconv {
 
 enum class YuvLayout { I420, Nv12, Yuy2, Uyvy, I422, I444, Yuv411, V210, Gray };
@@ -72,12 +74,7 @@ public:
     bool next(YuvFrame* frame, std::string* error);
 
 private:
-    struct Closer {
-        void operator()(std::FILE* f) const {
-            if (f) std::fclose(f);
-        }
-    };
-    std::unique_ptr<std::FILE, Closer> file_;
+    FileHandle file_;
     std::string path_;
     std::string rate_ = "F25:1";
     int width_ = 0;
@@ -95,12 +92,7 @@ public:
     bool write(const YuvFrame& frame, std::string* error);
 
 private:
-    struct Closer {
-        void operator()(std::FILE* f) const {
-            if (f) std::fclose(f);
-        }
-    };
-    std::unique_ptr<std::FILE, Closer> file_;
+    FileHandle file_;
     std::string path_;
 };
 
