@@ -47,20 +47,34 @@ PXK_INLINE void storeScaled(T* out, int k, int32_t value, float scale) {
     storeSample(out, k, pxkRoundHalfEven(p));
 }
 
-// One interior pixel at (x, y), into samples 0 to 2 of `out`.
-template <class T>
-PXK_INLINE void vngPixel(const SourceImage<T>& img, int32_t grid, int32_t x, int32_t y, const float scale[3], T* out) {
-    const T* rows[5];
-    for (int i = 0; i < 5; ++i) rows[i] = img.row(y - 2 + i);
-    auto c = [&](int dx, int dy) { return loadSample(rows[dy + 2], x + dx); };
-    const int kind = kVngPhase[grid][(x & 1) + 2 * (y & 1)];
-    const VngDirections& dirs = kVngDirections[kind <= 1 ? 0 : 1];
+// 1 / (2 count) for count 1 to 8. A difference d of colour sums (|d| < 2^22) times
+// this double, truncated, is d / (2 count) truncated toward zero: where the quotient
+// is a whole number the product rounds back to it (its error is far below half a unit
+// in the last place), and elsewhere it lies at least 1/16 from any whole number.
+constexpr double kHalfReciprocals[9] = {0.0, 1.0 / 2, 1.0 / 4, 1.0 / 6, 1.0 / 8, 1.0 / 10, 1.0 / 12, 1.0 / 14, 1.0 / 16};
+
+// One interior pixel of site kind Kind at column x of the rows y - 2 to y + 2, into
+// samples 0 to 2 of `out`. The direction tables are constants, so the loops unroll
+// into straight code for each kind.
+template <int Kind, class T>
+PXK_INLINE void vngPixel(const T* const rows[5], int32_t x, const float scale[3], T* out) {
+    int32_t n[5][5];
+    PXK_UNROLL
+    for (int dy = 0; dy < 5; ++dy) {
+        PXK_UNROLL
+        for (int dx = 0; dx < 5; ++dx) n[dy][dx] = loadSample(rows[dy], x + dx - 2);
+    }
+    auto c = [&](int dx, int dy) { return n[dy + 2][dx + 2]; };
+    constexpr const VngDirections& dirs = kVngDirections[Kind <= 1 ? 0 : 1];
 
     int32_t gradient[8];
     int32_t lo = INT32_MAX, hi = 0;
+    PXK_UNROLL
     for (int d = 0; d < 8; ++d) {
         int32_t g = 0;
-        for (const VngTerm& t : dirs.d[d].terms) {
+        PXK_UNROLL
+        for (int i = 0; i < 6; ++i) {
+            const VngTerm& t = dirs.d[d].terms[i];
             const int32_t diff = c(t.dx1, t.dy1) - c(t.dx2, t.dy2);
             g += t.weight * (diff < 0 ? -diff : diff);
         }
@@ -70,18 +84,55 @@ PXK_INLINE void vngPixel(const SourceImage<T>& img, int32_t grid, int32_t x, int
     }
     const int32_t threshold = pxkRoundHalfEven(static_cast<double>(lo) + std::max(0.5 * hi, 1.0));
 
+    // Every direction's shares, counted where the direction is kept.
     int32_t sum[3] = {0, 0, 0};
     int32_t count = 0;
+    PXK_UNROLL
     for (int d = 0; d < 8; ++d) {
-        if (threshold <= gradient[d]) continue;
-        ++count;
-        for (const VngShare& s : dirs.d[d].shares) sum[colourAround(kind, s.dx, s.dy)] += s.weight * c(s.dx, s.dy);
+        const int32_t kept = threshold > gradient[d] ? 1 : 0;
+        count += kept;
+        int32_t part[3] = {0, 0, 0};
+        PXK_UNROLL
+        for (int i = 0; i < 6; ++i) {
+            const VngShare& sh = dirs.d[d].shares[i];
+            part[colourAround(Kind, sh.dx, sh.dy)] += sh.weight * c(sh.dx, sh.dy);
+        }
+        PXK_UNROLL
+        for (int k = 0; k < 3; ++k) sum[k] += kept * part[k];
     }
-    const int own = colourAround(kind, 0, 0);
+    constexpr int own = colourAround(Kind, 0, 0);
     const int32_t centre = c(0, 0);
+    PXK_UNROLL
     for (int k = 0; k < 3; ++k) {
-        const int32_t value = k == own ? centre : centre + (sum[k] - sum[own]) / (2 * count);
+        const int32_t value =
+            k == own ? centre : centre + truncToInt32(static_cast<double>(sum[k] - sum[own]) * kHalfReciprocals[count]);
         storeScaled(out, k, value, scale[k]);
+    }
+}
+
+// Columns x0 to x1 of interior row y, whose sites alternate between KindA (at x0) and
+// KindB.
+template <int KindA, int KindB, class T>
+void vngRow(const SourceImage<T>& img, int32_t y, int32_t x0, int32_t x1, const float scale[3], T* out) {
+    const T* rows[5];
+    for (int i = 0; i < 5; ++i) rows[i] = img.row(y - 2 + i);
+    int32_t x = x0;
+    for (; x < x1; x += 2, out += 8) {
+        vngPixel<KindA>(rows, x, scale, out);
+        vngPixel<KindB>(rows, x + 1, scale, out + 4);
+    }
+    if (x == x1) vngPixel<KindA>(rows, x, scale, out);
+}
+
+// The interior row by the kind of its first site (the phase of the grid's table).
+template <class T>
+void vngInteriorRow(const SourceImage<T>& img, int32_t grid, int32_t y, int32_t x0, int32_t x1, const float scale[3],
+                    T* out) {
+    switch (kVngPhase[grid][(x0 & 1) + 2 * (y & 1)]) {
+        case 0: vngRow<0, 2>(img, y, x0, x1, scale, out); break;
+        case 1: vngRow<1, 3>(img, y, x0, x1, scale, out); break;
+        case 2: vngRow<2, 0>(img, y, x0, x1, scale, out); break;
+        default: vngRow<3, 1>(img, y, x0, x1, scale, out); break;
     }
 }
 
@@ -110,10 +161,7 @@ PxkResult cfaToBgraVng(const T* pSrc, PxkRect srcRoi, PxkSize srcSize, int32_t s
     const SourceImage<T> img{pSrc, srcStep, srcSize.width, srcSize.height};
     const DestinationRegion<T, 4> dst{pDst, dstStep, r.x, r.y};
 
-    for (int32_t y = iy0; y <= iy1; ++y) {
-        T* out = dst.pixel(ix0, y);
-        for (int32_t x = ix0; x <= ix1; ++x, out += 4) vngPixel(img, grid, x, y, scale, out);
-    }
+    for (int32_t y = iy0; y <= iy1; ++y) vngInteriorRow(img, grid, y, ix0, ix1, scale, dst.pixel(ix0, y));
 
     // The frame, after the interior: columns of the interior rows, then whole rows.
     for (int32_t y = iy0; y <= iy1; ++y) {
