@@ -7,10 +7,12 @@
 
 #include <algorithm>
 #include <cstring>
+#include <type_traits>
 
 #include "demosaic/bayer.h"
 #include "demosaic/vng_directions.h"
 #include "frame/checks.h"
+#include "frame/drivers.h"
 #include "frame/vec_float.h"
 
 using namespace pxk;
@@ -53,55 +55,95 @@ PXK_INLINE void storeScaled(T* out, int k, int32_t value, float scale) {
 // in the last place), and elsewhere it lies at least 1/16 from any whole number.
 constexpr double kHalfReciprocals[9] = {0.0, 1.0 / 2, 1.0 / 4, 1.0 / 6, 1.0 / 8, 1.0 / 10, 1.0 / 12, 1.0 / 14, 1.0 / 16};
 
-// One interior pixel of site kind Kind at column x of the rows y - 2 to y + 2, into
-// samples 0 to 2 of `out`. The direction tables are constants, so the loops unroll
-// into straight code for each kind.
-template <int Kind, class T>
-PXK_INLINE void vngPixel(const T* const rows[5], int32_t x, const float scale[3], T* out) {
-    int32_t n[5][5];
-    PXK_UNROLL
-    for (int dy = 0; dy < 5; ++dy) {
-        PXK_UNROLL
-        for (int dx = 0; dx < 5; ++dx) n[dy][dx] = loadSample(rows[dy], x + dx - 2);
-    }
-    auto c = [&](int dx, int dy) { return n[dy + 2][dx + 2]; };
+// The kept directions of one pixel of site kind Kind, from its 5x5 neighbourhood n
+// (n[dy + 2][dx + 2] the sample at (dx, dy)): their count, and the sums of the colour
+// shares over them, by destination sample. Written once over N, either int32_t (the
+// scalar twin) or a vector of 32-bit lanes, one pixel a lane. The directions' tables
+// are constants, so the loops unroll into straight code for each kind.
+//
+// The threshold lo + max(hi / 2, 1) is formed in floating point and rounded half to
+// even; every value in it is a whole number below 2^23 or half of one, exact in float
+// and in double alike, so the vector's float lanes and the scalar's double agree.
+template <int Kind, class N>
+PXK_INLINE void vngSums(const N (&n)[5][5], N& count, N (&sum)[3]) {
     constexpr const VngDirections& dirs = kVngDirections[Kind <= 1 ? 0 : 1];
-
-    int32_t gradient[8];
-    int32_t lo = INT32_MAX, hi = 0;
+    constexpr bool kScalar = std::is_same<N, int32_t>::value;
+    N gradient[8];
     PXK_UNROLL
     for (int d = 0; d < 8; ++d) {
-        int32_t g = 0;
+        N g{};
         PXK_UNROLL
         for (int i = 0; i < 6; ++i) {
             const VngTerm& t = dirs.d[d].terms[i];
-            const int32_t diff = c(t.dx1, t.dy1) - c(t.dx2, t.dy2);
-            g += t.weight * (diff < 0 ? -diff : diff);
+            const N& a = n[t.dy1 + 2][t.dx1 + 2];
+            const N& b = n[t.dy2 + 2][t.dx2 + 2];
+            if constexpr (kScalar) {
+                const int32_t diff = a - b;
+                g += t.weight * (diff < 0 ? -diff : diff);
+            } else {
+                const N term = vec::abs32(vec::sub32(a, b));
+                g = vec::add32(g, t.weight == 2 ? vec::add32(term, term) : term);
+            }
         }
         gradient[d] = g;
-        lo = std::min(lo, g);
-        hi = std::max(hi, g);
     }
-    const int32_t threshold = pxkRoundHalfEven(static_cast<double>(lo) + std::max(0.5 * hi, 1.0));
+    N lo = gradient[0], hi = gradient[0];
+    PXK_UNROLL
+    for (int d = 1; d < 8; ++d) {
+        if constexpr (kScalar) {
+            lo = std::min(lo, gradient[d]);
+            hi = std::max(hi, gradient[d]);
+        } else {
+            lo = vec::min32(lo, gradient[d]);
+            hi = vec::max32(hi, gradient[d]);
+        }
+    }
+    N threshold;
+    if constexpr (kScalar) {
+        threshold = pxkRoundHalfEven(static_cast<double>(lo) + std::max(0.5 * hi, 1.0));
+    } else {
+        using F = vec::FloatOf<N>;
+        threshold = vec::roundToInt(vec::addF(
+            vec::toFloat(lo), vec::maxF(vec::mulF(vec::toFloat(hi), vec::splatF<F>(0.5f)), vec::splatF<F>(1.0f))));
+    }
 
-    // Every direction's shares, counted where the direction is kept.
-    int32_t sum[3] = {0, 0, 0};
-    int32_t count = 0;
+    // Every direction's shares, added where the direction is kept.
+    count = N{};
+    PXK_UNROLL
+    for (int k = 0; k < 3; ++k) sum[k] = N{};
     PXK_UNROLL
     for (int d = 0; d < 8; ++d) {
-        const int32_t kept = threshold > gradient[d] ? 1 : 0;
-        count += kept;
-        int32_t part[3] = {0, 0, 0};
+        N part[3] = {N{}, N{}, N{}};
         PXK_UNROLL
         for (int i = 0; i < 6; ++i) {
             const VngShare& sh = dirs.d[d].shares[i];
-            part[colourAround(Kind, sh.dx, sh.dy)] += sh.weight * c(sh.dx, sh.dy);
+            const N& v = n[sh.dy + 2][sh.dx + 2];
+            N& p = part[colourAround(Kind, sh.dx, sh.dy)];
+            if constexpr (kScalar) {
+                p += sh.weight * v;
+            } else if (sh.weight != 0) {
+                p = vec::add32(p, sh.weight == 2 ? vec::add32(v, v) : v);
+            }
         }
-        PXK_UNROLL
-        for (int k = 0; k < 3; ++k) sum[k] += kept * part[k];
+        if constexpr (kScalar) {
+            const int32_t kept = threshold > gradient[d] ? 1 : 0;
+            count += kept;
+            PXK_UNROLL
+            for (int k = 0; k < 3; ++k) sum[k] += kept * part[k];
+        } else {
+            const N kept = vec::greater32(threshold, gradient[d]);
+            count = vec::sub32(count, kept);
+            PXK_UNROLL
+            for (int k = 0; k < 3; ++k) sum[k] = vec::add32(sum[k], vec::and_(kept, part[k]));
+        }
     }
+}
+
+// The three values of a pixel of site kind Kind from its centre sample and its kept
+// directions, scaled into samples 0 to 2 of `out`.
+template <int Kind, class T>
+PXK_INLINE void vngFinish(int32_t centre, int32_t count, const int32_t sum[3], const float scale[3], T* out) {
     constexpr int own = colourAround(Kind, 0, 0);
-    const int32_t centre = c(0, 0);
     PXK_UNROLL
     for (int k = 0; k < 3; ++k) {
         const int32_t value =
@@ -110,18 +152,108 @@ PXK_INLINE void vngPixel(const T* const rows[5], int32_t x, const float scale[3]
     }
 }
 
+// One interior pixel of site kind Kind at column x of the rows y - 2 to y + 2.
+template <int Kind, class T>
+PXK_INLINE void vngPixel(const T* const rows[5], int32_t x, const float scale[3], T* out) {
+    int32_t n[5][5];
+    PXK_UNROLL
+    for (int dy = 0; dy < 5; ++dy) {
+        PXK_UNROLL
+        for (int dx = 0; dx < 5; ++dx) n[dy][dx] = loadSample(rows[dy], x + dx - 2);
+    }
+    int32_t count, sum[3];
+    vngSums<Kind>(n, count, sum);
+    vngFinish<Kind>(n[2][2], count, sum, scale, out);
+}
+
+// Pixels x, x + 1, ... of a row in 32-bit lanes: the even pixels and the odd ones.
+template <class T>
+struct VngLanes {
+    template <class V>
+    static constexpr int32_t kPixels = 8 * vec::kLanes<V>;
+
+    template <class V>
+    static PXK_INLINE void load(const T* row, int32_t x, V& even, V& odd) {
+        const uint8_t* p = reinterpret_cast<const uint8_t*>(row + x);
+        V v;
+        if constexpr (sizeof(T) == 1) {
+            v = vec::unpacklo8(vec::loadLowHalves<V>(p), vec::zero<V>());
+        } else {
+            v = vec::loadLanes<V, 16>(p);
+        }
+        even = vec::and_(v, vec::splat32<V>(0xFFFF));
+        odd = vec::srli32<16>(v);
+    }
+};
+
+// The pixels x, x + 1, ... of a row whose even pixels are of KindA and odd ones of
+// KindB: the kept directions in vector lanes, then each pixel finished as the scalar
+// twin finishes it.
+template <int KindA, int KindB, class V, class T>
+PXK_INLINE void vngBlock(const T* const rows[5], int32_t x, const float scale[3], T* out) {
+    constexpr int32_t kHalf = VngLanes<T>::template kPixels<V> / 2;
+    V n[2][5][5];
+    PXK_UNROLL
+    for (int dy = 0; dy < 5; ++dy) {
+        PXK_UNROLL
+        for (int dx = 0; dx < 5; ++dx) VngLanes<T>::load(rows[dy], x + dx - 2, n[0][dy][dx], n[1][dy][dx]);
+    }
+    alignas(32) int32_t counts[2][kHalf], sums[2][3][kHalf], centres[2][kHalf];
+    PXK_UNROLL
+    for (int p = 0; p < 2; ++p) {
+        V count, sum[3];
+        if (p == 0) {
+            vngSums<KindA>(n[0], count, sum);
+        } else {
+            vngSums<KindB>(n[1], count, sum);
+        }
+        vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(counts[p]), count);
+        vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(centres[p]), n[p][2][2]);
+        PXK_UNROLL
+        for (int k = 0; k < 3; ++k) vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(sums[p][k]), sum[k]);
+    }
+    // Lane i of a 128-bit lane L holds pixel 8 L + 2 i of the even half, 8 L + 2 i + 1 of
+    // the odd one.
+    PXK_UNROLL
+    for (int32_t i = 0; i < kHalf; ++i) {
+        PXK_UNROLL
+        for (int p = 0; p < 2; ++p) {
+            const int32_t sum[3] = {sums[p][0][i], sums[p][1][i], sums[p][2][i]};
+            T* pixel = out + 4 * (2 * i + p);
+            if (p == 0) {
+                vngFinish<KindA>(centres[p][i], counts[p][i], sum, scale, pixel);
+            } else {
+                vngFinish<KindB>(centres[p][i], counts[p][i], sum, scale, pixel);
+            }
+        }
+    }
+}
+
 // Columns x0 to x1 of interior row y, whose sites alternate between KindA (at x0) and
-// KindB.
+// KindB: vector blocks over the first count - count % 8 columns, the scalar twin after
+// them (both give the same bits).
 template <int KindA, int KindB, class T>
 void vngRow(const SourceImage<T>& img, int32_t y, int32_t x0, int32_t x1, const float scale[3], T* out) {
     const T* rows[5];
     for (int i = 0; i < 5; ++i) rows[i] = img.row(y - 2 + i);
-    int32_t x = x0;
-    for (; x < x1; x += 2, out += 8) {
-        vngPixel<KindA>(rows, x, scale, out);
-        vngPixel<KindB>(rows, x + 1, scale, out + 4);
-    }
-    if (x == x1) vngPixel<KindA>(rows, x, scale, out);
+    constexpr int32_t kNarrow = VngLanes<T>::template kPixels<vec::V128>;
+    constexpr int32_t kWide = VngLanes<T>::template kPixels<vec::Widest>;
+    splitColumns<kNarrow, kWide>(
+        x1 - x0 + 1,
+        [&](int32_t i, int32_t n) PXK_LAMBDA_INLINE {
+            if (n == kWide) {
+                vngBlock<KindA, KindB, vec::Widest>(rows, x0 + i, scale, out + 4 * i);
+            } else {
+                vngBlock<KindA, KindB, vec::V128>(rows, x0 + i, scale, out + 4 * i);
+            }
+        },
+        [&](int32_t i) {
+            if (i % 2 == 0) {
+                vngPixel<KindA>(rows, x0 + i, scale, out + 4 * i);
+            } else {
+                vngPixel<KindB>(rows, x0 + i, scale, out + 4 * i);
+            }
+        });
 }
 
 // The interior row by the kind of its first site (the phase of the grid's table).
