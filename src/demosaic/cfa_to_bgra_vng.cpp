@@ -40,20 +40,31 @@ constexpr int colourAround(int kind, int dx, int dy) {
     return oddX ? rowColour : kOutBlue + kOutRed - rowColour;
 }
 
-// The scale of the channels, clamping and rounding of one value.
+// The scale of a channel, then clamping to 0..top and rounding half to even (a NaN
+// product gives 0 in both forms).
 template <class T>
-PXK_INLINE void storeScaled(T* out, int k, int32_t value, float scale) {
+PXK_INLINE int32_t scaledSample(int32_t value, float scale) {
     constexpr float kTop = sizeof(T) == 1 ? 255.0f : 65535.0f;
     float p = static_cast<float>(value) * scale;
     p = p < 0.0f ? 0.0f : (p > kTop ? kTop : p);
-    storeSample(out, k, pxkRoundHalfEven(p));
+    return pxkRoundHalfEven(p) & 0xFFFF;
+}
+template <class T, class V>
+PXK_INLINE V scaledSample(V value, float scale) {
+    using F = vec::FloatOf<V>;
+    constexpr float kTop = sizeof(T) == 1 ? 255.0f : 65535.0f;
+    const F p = vec::mulF(vec::toFloat(value), vec::splatF<F>(scale));
+    return vec::roundToInt(vec::minF(vec::maxF(p, vec::zeroF<F>()), vec::splatF<F>(kTop)));
 }
 
-// 1 / (2 count) for count 1 to 8. A difference d of colour sums (|d| < 2^22) times
-// this double, truncated, is d / (2 count) truncated toward zero: where the quotient
-// is a whole number the product rounds back to it (its error is far below half a unit
-// in the last place), and elsewhere it lies at least 1/16 from any whole number.
-constexpr double kHalfReciprocals[9] = {0.0, 1.0 / 2, 1.0 / 4, 1.0 / 6, 1.0 / 8, 1.0 / 10, 1.0 / 12, 1.0 / 14, 1.0 / 16};
+// d / m rounded toward zero, for |d| below 2^20 (a colour's sum over eight directions
+// stays below 8 x 2 x 65535) and m from 2 to 16. d and m are exact in float, and the
+// quotient, below 2^19, is rounded by less than 2^-6, while a quotient that is not a
+// whole number lies at least 1/16 from one: the truncated float quotient is exact.
+template <class V>
+PXK_INLINE V quotientTowardZero(V d, V m) {
+    return vec::truncToInt(vec::divF(vec::toFloat(d), vec::toFloat(m)));
+}
 
 // The kept directions of one pixel of site kind Kind, from its 5x5 neighbourhood n
 // (n[dy + 2][dx + 2] the sample at (dx, dy)): their count, and the sums of the colour
@@ -139,16 +150,23 @@ PXK_INLINE void vngSums(const N (&n)[5][5], N& count, N (&sum)[3]) {
     }
 }
 
-// The three values of a pixel of site kind Kind from its centre sample and its kept
-// directions, scaled into samples 0 to 2 of `out`.
-template <int Kind, class T>
-PXK_INLINE void vngFinish(int32_t centre, int32_t count, const int32_t sum[3], const float scale[3], T* out) {
+// The three samples of a pixel of site kind Kind from its centre sample and its kept
+// directions: the centre for its own colour, the centre plus the mean difference of
+// the colour sums (divided toward zero) for the others, each scaled. Written once
+// over N as vngSums is.
+template <int Kind, class T, class N>
+PXK_INLINE void vngFinish(N centre, N count, const N (&sum)[3], const float scale[3], N (&out)[3]) {
     constexpr int own = colourAround(Kind, 0, 0);
     PXK_UNROLL
     for (int k = 0; k < 3; ++k) {
-        const int32_t value =
-            k == own ? centre : centre + truncToInt32(static_cast<double>(sum[k] - sum[own]) * kHalfReciprocals[count]);
-        storeScaled(out, k, value, scale[k]);
+        if constexpr (std::is_same<N, int32_t>::value) {
+            out[k] = scaledSample<T>(k == own ? centre : centre + (sum[k] - sum[own]) / (2 * count), scale[k]);
+        } else {
+            const N value =
+                k == own ? centre
+                         : vec::add32(centre, quotientTowardZero(vec::sub32(sum[k], sum[own]), vec::add32(count, count)));
+            out[k] = scaledSample<T>(value, scale[k]);
+        }
     }
 }
 
@@ -161,9 +179,11 @@ PXK_INLINE void vngPixel(const T* const rows[5], int32_t x, const float scale[3]
         PXK_UNROLL
         for (int dx = 0; dx < 5; ++dx) n[dy][dx] = loadSample(rows[dy], x + dx - 2);
     }
-    int32_t count, sum[3];
+    int32_t count, sum[3], samples[3];
     vngSums<Kind>(n, count, sum);
-    vngFinish<Kind>(n[2][2], count, sum, scale, out);
+    vngFinish<Kind, T>(n[2][2], count, sum, scale, samples);
+    PXK_UNROLL
+    for (int k = 0; k < 3; ++k) storeSample(out, k, samples[k]);
 }
 
 // Pixels x, x + 1, ... of a row in 32-bit lanes: the even pixels and the odd ones.
@@ -187,8 +207,7 @@ struct VngLanes {
 };
 
 // The pixels x, x + 1, ... of a row whose even pixels are of KindA and odd ones of
-// KindB: the kept directions in vector lanes, then each pixel finished as the scalar
-// twin finishes it.
+// KindB: all of it in vector lanes, then the three samples of each pixel stored.
 template <int KindA, int KindB, class V, class T>
 PXK_INLINE void vngBlock(const T* const rows[5], int32_t x, const float scale[3], T* out) {
     constexpr int32_t kHalf = VngLanes<T>::template kPixels<V> / 2;
@@ -198,33 +217,29 @@ PXK_INLINE void vngBlock(const T* const rows[5], int32_t x, const float scale[3]
         PXK_UNROLL
         for (int dx = 0; dx < 5; ++dx) VngLanes<T>::load(rows[dy], x + dx - 2, n[0][dy][dx], n[1][dy][dx]);
     }
-    alignas(32) int32_t counts[2][kHalf], sums[2][3][kHalf], centres[2][kHalf];
+    alignas(32) int32_t samples[2][3][kHalf];
     PXK_UNROLL
     for (int p = 0; p < 2; ++p) {
-        V count, sum[3];
+        V count, sum[3], out3[3];
         if (p == 0) {
             vngSums<KindA>(n[0], count, sum);
+            vngFinish<KindA, T>(n[0][2][2], count, sum, scale, out3);
         } else {
             vngSums<KindB>(n[1], count, sum);
+            vngFinish<KindB, T>(n[1][2][2], count, sum, scale, out3);
         }
-        vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(counts[p]), count);
-        vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(centres[p]), n[p][2][2]);
         PXK_UNROLL
-        for (int k = 0; k < 3; ++k) vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(sums[p][k]), sum[k]);
+        for (int k = 0; k < 3; ++k) vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(samples[p][k]), out3[k]);
     }
     // Lane i of a 128-bit lane L holds pixel 8 L + 2 i of the even half, 8 L + 2 i + 1 of
-    // the odd one.
+    // the odd one; the fourth sample of each pixel is not written.
     PXK_UNROLL
     for (int32_t i = 0; i < kHalf; ++i) {
         PXK_UNROLL
         for (int p = 0; p < 2; ++p) {
-            const int32_t sum[3] = {sums[p][0][i], sums[p][1][i], sums[p][2][i]};
             T* pixel = out + 4 * (2 * i + p);
-            if (p == 0) {
-                vngFinish<KindA>(centres[p][i], counts[p][i], sum, scale, pixel);
-            } else {
-                vngFinish<KindB>(centres[p][i], counts[p][i], sum, scale, pixel);
-            }
+            PXK_UNROLL
+            for (int k = 0; k < 3; ++k) storeSample(pixel, k, samples[p][k][i]);
         }
     }
 }
