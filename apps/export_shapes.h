@@ -10,7 +10,9 @@
 #ifndef PXKCC_APPS_EXPORT_SHAPES_H
 #define PXKCC_APPS_EXPORT_SHAPES_H
 
+#include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "pxkcc.h"
 
@@ -39,6 +41,14 @@ using PlanarStepsToPlanar = PxkResult (*)(const uint8_t* const[3], const int32_t
                                           PxkSize);
 using PlanarToPackedTight = PxkResult (*)(const uint8_t* const[3], uint8_t*, PxkSize);
 using WordsToWords = PxkResult (*)(const uint32_t*, int32_t, uint16_t*, int32_t, PxkSize);
+template <class T>
+using MosaicToPacked = PxkResult (*)(const T*, PxkRect, PxkSize, int32_t, T*, int32_t, PxkBayerGrid, int32_t);
+template <class T>
+using MosaicToPackedScaled = PxkResult (*)(const T*, PxkRect, PxkSize, int32_t, const float*, T*, int32_t,
+                                           PxkBayerGrid);
+template <class T>
+using MosaicToPackedWithBuffer = PxkResult (*)(const T*, PxkRect, PxkSize, int32_t, T*, int32_t, PxkBayerGrid,
+                                               uint8_t*, int32_t);
 
 template <class Image>
 PxkSize regionOf(const Image& image) {
@@ -152,6 +162,31 @@ PxkResult planarStepsToPlanar(PlanarStepsToPlanar f, const Image& s, Image& d) {
 template <class Image>
 PxkResult planarToPackedTight(PlanarToPackedTight f, const Image& s, Image& d) {
     return f(s.planes(), d.data(), regionOf(s));
+}
+
+// Demosaicing: the whole image as the region, pattern B G / G R.
+template <class T, class Image>
+PxkResult mosaicToPacked(MosaicToPacked<T> f, const Image& s, Image& d) {
+    return f(reinterpret_cast<const T*>(s.data()), PxkRect{0, 0, s.width(), s.height()}, regionOf(s), s.step(),
+             reinterpret_cast<T*>(d.data()), d.step(), pxkBayerBGGR, 0);
+}
+
+// The same with the channels' scale (null: 1.0 each) before the destination.
+template <class T, class Image>
+PxkResult mosaicToPackedScaled(MosaicToPackedScaled<T> f, const Image& s, Image& d) {
+    return f(reinterpret_cast<const T*>(s.data()), PxkRect{0, 0, s.width(), s.height()}, regionOf(s), s.step(),
+             nullptr, reinterpret_cast<T*>(d.data()), d.step(), pxkBayerBGGR);
+}
+
+// The same with a work buffer of three rows of the least documented step, kept between
+// calls (it only grows), so that a timed call does not allocate.
+template <class T, class Image>
+PxkResult mosaicToPackedWithBuffer(MosaicToPackedWithBuffer<T> f, const Image& s, Image& d) {
+    static std::vector<uint8_t> work;
+    const int32_t step = static_cast<int32_t>((8 * sizeof(T) + 25) * static_cast<size_t>(s.width()) + 384);
+    if (work.size() < 3 * static_cast<size_t>(step)) work.resize(3 * static_cast<size_t>(step));
+    return f(reinterpret_cast<const T*>(s.data()), PxkRect{0, 0, s.width(), s.height()}, regionOf(s), s.step(),
+             reinterpret_cast<T*>(d.data()), d.step(), pxkBayerBGGR, work.data(), step);
 }
 
 // ---- one function per export: export given at compile time ----

@@ -13,6 +13,9 @@ int bytesPerPixel(Layout layout) {
     case Layout::C4: return 4;
     case Layout::C2: return 2;
     case Layout::W16: return 2;
+    case Layout::C1: return 1;
+    case Layout::C3W16: return 6;
+    case Layout::C4W16: return 8;
     default: return 1;
     }
 }
@@ -30,6 +33,9 @@ int bytesPerFourPixels(Layout layout) {
     case Layout::P422: return 8;
     case Layout::P411: return 6;
     case Layout::W16: return 8;
+    case Layout::C1: return 4;
+    case Layout::C3W16: return 24;
+    case Layout::C4W16: return 32;
     case Layout::V210: return 0;  // 16 bytes for six pixels: see bytesMovedPerPixel
     }
     return 0;
@@ -73,6 +79,9 @@ const char* layoutName(Layout layout) {
     case Layout::P2: return "P2";
     case Layout::V210: return "V210";
     case Layout::W16: return "W16";
+    case Layout::C1: return "C1";
+    case Layout::C3W16: return "C3W16";
+    case Layout::C4W16: return "C4W16";
     }
     return "?";
 }

@@ -24,7 +24,10 @@ enum class Layout {
     P411, // three planes, chroma at quarter width (steps as an array)
     P2,   // a Y plane and a plane of chroma pairs at half height (a step each)
     V210, // 32-bit words, six pixels in four words (10-bit 4:2:2)
-    W16   // one 16-bit word a pixel
+    W16,  // one 16-bit word a pixel
+    C1,   // one byte a pixel (a Bayer mosaic)
+    C3W16, // three 16-bit samples a pixel
+    C4W16  // four 16-bit samples a pixel
 };
 
 // Bytes of one interleaved pixel (packed layouts; 1 for planar ones).

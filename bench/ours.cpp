@@ -143,6 +143,15 @@ const std::vector<Export>& ourExports() {
         PXK_ROW(pxkiYUV422v210ToBGR_709HDTV_32u16u_C3, V210, W16, Rgb, wordsToWords),
         PXK_ROW(pxkiYUV422v210ToRGB_709HDTV_32u16u_C3, V210, W16, Rgb, wordsToWords),
         PXK_ROW(pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1, V210, W16, Rgb, wordsToWords),
+        // Bayer demosaicing
+        PXK_ROW(pxkiCFAToRGB_8u_C1C3R, C1, C3, Rgb, mosaicToPacked),
+        PXK_ROW(pxkiCFAToRGB_16u_C1C3R, W16, C3W16, Rgb, mosaicToPacked),
+        PXK_ROW(pxkiDemosaicAHD_8u_C1C3R, C1, C3, Rgb, mosaicToPackedWithBuffer),
+        PXK_ROW(pxkiDemosaicAHD_16u_C1C3R, W16, C3W16, Rgb, mosaicToPackedWithBuffer),
+        PXK_ROW(pxkiCFAToBGRA_VNG_8u_C1C4R, C1, AC4, Rgb, mosaicToPackedScaled),
+        PXK_ROW(pxkiCFAToBGRA_VNG_8u_C1C4R_L, C1, AC4, Rgb, mosaicToPackedScaled),
+        PXK_ROW(pxkiCFAToBGRA_VNG_16u_C1C4R, W16, C4W16, Rgb, mosaicToPackedScaled),
+        PXK_ROW(pxkiCFAToBGRA_VNG_16u_C1C4R_L, W16, C4W16, Rgb, mosaicToPackedScaled),
     };
     return table;
 }

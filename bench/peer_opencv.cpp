@@ -138,6 +138,20 @@ std::vector<Case> openCvCases() {
          cvtColorInto<cv::COLOR_YUV2RGB_UYVY, 3>,
          {},
          "studio-range matrix, U Y0 V Y1"},
+        // Bayer demosaicing of an 8-bit mosaic into packed RGB: bilinear, VNG, edge-aware.
+        {"opencv/cvtColor_BayerBG2RGB_8UC1to3", Layout::C1, Layout::C3, Content::Rgb,
+         cvtColorInto<cv::COLOR_BayerBG2RGB, 3>,
+         {"pxkiCFAToRGB_8u_C1C3R"},
+         "bilinear, with no edge-directed green"},
+        {"opencv/cvtColor_BayerBG2RGB_VNG_8UC1to3", Layout::C1, Layout::C3, Content::Rgb,
+         cvtColorInto<cv::COLOR_BayerBG2RGB_VNG, 3>,
+         {"pxkiCFAToBGRA_VNG_8u_C1C4R", "pxkiCFAToBGRA_VNG_8u_C1C4R_L", "pxkiCFAToRGB_8u_C1C3R",
+          "pxkiDemosaicAHD_8u_C1C3R"},
+         "variable number of gradients, three-sample pixels, no scale"},
+        {"opencv/cvtColor_BayerBG2RGB_EA_8UC1to3", Layout::C1, Layout::C3, Content::Rgb,
+         cvtColorInto<cv::COLOR_BayerBG2RGB_EA, 3>,
+         {"pxkiCFAToRGB_8u_C1C3R", "pxkiDemosaicAHD_8u_C1C3R"},
+         "edge-aware"},
     };
 }
 #else

@@ -604,6 +604,88 @@ PXKCC_API PxkResult pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1(const uint32_t* pSr
                                                              uint16_t* pDst, int32_t dstStep,
                                                              PxkSize roiSize);
 
+/* ------------------------------------------------------------------------ */
+/* Bayer demosaicing: basic                                                  */
+/* ------------------------------------------------------------------------ */
+
+/* One plane of colour-filter samples (pattern `grid`, by the top-left 2x2 block of
+ * the whole image) -> interleaved R, G, B. pSrc is the image's first sample and
+ * srcSize the whole image, at least 2x2; srcRoi is the region converted, and pDst
+ * its first pixel. A region running past the right or bottom edge is cut back to it;
+ * a negative x or y is taken as 0 with the width or height kept; an empty region
+ * returns pxkOk with nothing written. Pixels two or more lines from every edge of
+ * the image get green by the edge-directed rule (the mean along the calmer of row
+ * and column, the mean of all four where both are alike) and plain rounded means of
+ * the nearest samples otherwise; the two lines along each edge get averages over
+ * the neighbours that exist, and each 2x2 corner block one colour from its own
+ * samples. Steps are not tested. pxkErrBadArg: grid outside 0..3 (after the size
+ * check). `spare` is never read. */
+PXKCC_API PxkResult pxkiCFAToRGB_8u_C1C3R(const uint8_t* pSrc, PxkRect srcRoi, PxkSize srcSize,
+                                          int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                          PxkBayerGrid grid, int32_t spare);
+PXKCC_API PxkResult pxkiCFAToRGB_16u_C1C3R(const uint16_t* pSrc, PxkRect srcRoi, PxkSize srcSize,
+                                           int32_t srcStep, uint16_t* pDst, int32_t dstStep,
+                                           PxkBayerGrid grid, int32_t spare);
+
+/* ------------------------------------------------------------------------ */
+/* Bayer demosaicing: homogeneity-directed                                   */
+/* ------------------------------------------------------------------------ */
+
+/* One plane of colour-filter samples -> interleaved R, G, B, by two candidates a
+ * pixel (green interpolated along the row, and along the column) and the choice of
+ * the more homogeneous one over its 3x3 neighbourhood; integer arithmetic, results
+ * saturated to the sample range. pSrc is the image's first sample and srcSize the
+ * whole image, at least 5x5; srcRoi is the region converted and pDst its first
+ * pixel. A negative x or y is set to 0 with the width or height kept, a region
+ * running past the right or bottom edge is cut, an empty one returns pxkOk with
+ * nothing written. Samples past the image's edges are read from the mirror image
+ * across the edge sample (-x, and 2 (size - 1) - x), which keeps the colour pattern.
+ * pBuffer is work memory of at least 3 * bufferStep bytes (any alignment), and
+ * bufferStep (bytes) at least 33 * w + 384 for the 8u member and 41 * w + 384 for
+ * the 16u member, w being the region's width after cutting; neither is tested.
+ * pxkErrBadArg: grid outside 0..3 (after the size check). */
+PXKCC_API PxkResult pxkiDemosaicAHD_8u_C1C3R(const uint8_t* pSrc, PxkRect srcRoi, PxkSize srcSize,
+                                             int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                             PxkBayerGrid grid, uint8_t* pBuffer, int32_t bufferStep);
+PXKCC_API PxkResult pxkiDemosaicAHD_16u_C1C3R(const uint16_t* pSrc, PxkRect srcRoi, PxkSize srcSize,
+                                              int32_t srcStep, uint16_t* pDst, int32_t dstStep,
+                                              PxkBayerGrid grid, uint8_t* pBuffer, int32_t bufferStep);
+
+/* ------------------------------------------------------------------------ */
+/* Bayer demosaicing: variable number of gradients                           */
+/* ------------------------------------------------------------------------ */
+
+/* One plane of colour-filter samples -> four-sample pixels of B, G, R (samples 0, 1,
+ * 2); the fourth sample of each pixel is never computed, and only copied with the
+ * frame. pSrc is the image's first sample and srcSize the whole image, at least 5x5;
+ * srcRoi is the region converted and pDst its first pixel (a negative x or y is set
+ * to 0 with the width or height kept, and the region is cut at the image's right and
+ * bottom edges). Pixels two or more lines from every edge get eight gradients (sums of
+ * absolute differences of like colours along N, E, S, W and the diagonals, the two
+ * nearest terms doubled; the samples are listed in the library's source), the
+ * directions below lo + max(hi / 2, 1) (rounded half to even) are kept, and each
+ * missing colour is the centre plus the mean colour difference over them (integer
+ * division toward zero). Each value is then multiplied by pScale[k] for sample k
+ * (pScale null: 1.0), clamped to the sample range and rounded half to even. Then the
+ * two-pixel frame of the image, where the region covers it, is filled by copying
+ * whole pixels from the nearest interior column, then whole region rows from the
+ * nearest interior row. A region with no pixel two lines from every edge is left
+ * unwritten. A width or height of srcRoi below 1 returns pxkOk (after the checks).
+ * pxkErrBadArg: grid outside 0..3 (after the size check). The plain members hand
+ * their arguments to the _L members unchanged. */
+PXKCC_API PxkResult pxkiCFAToBGRA_VNG_8u_C1C4R_L(const uint8_t* pSrc, PxkRect srcRoi, PxkSize srcSize,
+                                                 int32_t srcStep, const float* pScale, uint8_t* pDst,
+                                                 int32_t dstStep, PxkBayerGrid grid);
+PXKCC_API PxkResult pxkiCFAToBGRA_VNG_16u_C1C4R_L(const uint16_t* pSrc, PxkRect srcRoi, PxkSize srcSize,
+                                                  int32_t srcStep, const float* pScale, uint16_t* pDst,
+                                                  int32_t dstStep, PxkBayerGrid grid);
+PXKCC_API PxkResult pxkiCFAToBGRA_VNG_8u_C1C4R(const uint8_t* pSrc, PxkRect srcRoi, PxkSize srcSize,
+                                               int32_t srcStep, const float* pScale, uint8_t* pDst,
+                                               int32_t dstStep, PxkBayerGrid grid);
+PXKCC_API PxkResult pxkiCFAToBGRA_VNG_16u_C1C4R(const uint16_t* pSrc, PxkRect srcRoi, PxkSize srcSize,
+                                                int32_t srcStep, const float* pScale, uint16_t* pDst,
+                                                int32_t dstStep, PxkBayerGrid grid);
+
 #ifdef __cplusplus
 }
 #endif

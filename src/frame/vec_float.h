@@ -88,6 +88,22 @@ PXK_INLINE int32_t topBits8(V128 v) { return _mm_movemask_epi8(v); }
 PXK_INLINE int32_t topBits8(V256 v) { return _mm256_movemask_epi8(v); }
 #endif
 
+// Signed 32-bit lanes: the least and the greatest of a and b, and |a| (|INT32_MIN|
+// stays INT32_MIN), by compare and select, so that both widths run on SSE2 terms.
+template <class V>
+PXK_INLINE V min32(V a, V b) {
+    return selectBits(greater32(a, b), b, a);
+}
+template <class V>
+PXK_INLINE V max32(V a, V b) {
+    return selectBits(greater32(a, b), a, b);
+}
+template <class V>
+PXK_INLINE V abs32(V a) {
+    const V sign = srai32<31>(a);
+    return sub32(xor_(a, sign), sign);
+}
+
 // ---------------------------------------------------------------------------------
 // Single-precision lanes
 // ---------------------------------------------------------------------------------

@@ -43,6 +43,17 @@ const std::vector<ShapeRow>& callShapeRows() {
         {"pxkiYUV422v210ToBGR_709HDTV_32u16u_C3", "src step dst step size steps=elements steps=positive"},
         {"pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1", "src step dst step size steps=elements steps=positive"},
         {"pxkiYUV422v210ToRGB_709HDTV_32u16u_C3", "src step dst step size steps=elements steps=positive"},
+        // Demosaicing: the whole image as the region, then the channels' scale or the
+        // grid code.
+        {"pxkiCFAToBGRA_VNG_16u_C1C4R", "src roi size step f32[3]:0:2 dst step i32:0:3"},
+        {"pxkiCFAToBGRA_VNG_16u_C1C4R_L", "src roi size step f32[3]:0:2 dst step i32:0:3"},
+        {"pxkiCFAToBGRA_VNG_8u_C1C4R", "src roi size step f32[3]:0:2 dst step i32:0:3"},
+        {"pxkiCFAToBGRA_VNG_8u_C1C4R_L", "src roi size step f32[3]:0:2 dst step i32:0:3"},
+        {"pxkiCFAToRGB_16u_C1C3R", "src roi size step dst step i32:0:3 i32:0:0"},
+        {"pxkiCFAToRGB_8u_C1C3R", "src roi size step dst step i32:0:3 i32:0:0"},
+        // ... then a work buffer of three rows of the least documented step.
+        {"pxkiDemosaicAHD_16u_C1C3R", "src roi size step dst step i32:0:3 scratch:41:384:3 bufstep"},
+        {"pxkiDemosaicAHD_8u_C1C3R", "src roi size step dst step i32:0:3 scratch:33:384:3 bufstep"},
     };
     return rows;
 }

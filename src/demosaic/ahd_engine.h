@@ -1,0 +1,236 @@
+// The homogeneity-directed demosaic of one rectangle of the image, streamed from the
+// top through rings of rows in the caller's buffer.
+//
+// Each image row r passes four stages, each a row behind the one before:
+//   greens(r)       green along the row and along the column at every site;
+//   candidates(r)   the row candidate and the column candidate, R G B and Y U V;
+//   homogeneity(r)  row candidate's count of homogeneous neighbours minus the column
+//                   candidate's, as a signed byte;
+//   choose(r)       the sign of the 3x3 sum of those differences picks the candidate.
+// Each stage keeps its last three rows, in three slots of the buffer (a slot holds
+// one row of every stage). Rows and columns past the rectangle are computed as far as
+// the later stages reach: greens 3 beyond it, candidates 2, differences 1.
+//
+// The sample rows come from an accessor: the main kernel reads the image directly
+// (its area keeps 5 samples from every edge, as far as the stages reach); the border
+// kernel reads a sample past an edge from its mirror image across the edge sample
+// (-x for x < 0, 2 (size - 1) - x past the end, repeated as needed), which keeps the
+// colour of every site.
+//
+// Buffer: three slots, slot s at pBuffer + s * bufferStep (rounded up to 16 bytes).
+// A slot holds, for a rectangle n pixels wide, two rows of greens (n + 6 samples),
+// two of candidates (3 (n + 4) samples), two of Y U V (n + 4 triples of int32) and one
+// of differences (n + 2 bytes), each rounded up to 16 bytes: at most
+// (8 * sizeof(T) + 25) * n + 384 bytes.
+#pragma once
+
+#include <cstdint>
+
+#include "demosaic/ahd_stages.h"
+#include "demosaic/bayer.h"
+
+namespace pxk {
+namespace demosaic {
+
+// The bytes a buffer row needs for a rectangle `width` pixels wide.
+template <class T>
+constexpr int64_t ahdBufferStep(int64_t width) {
+    return (8 * int64_t{sizeof(T)} + 25) * width + 384;
+}
+
+// Sample rows of the image read directly.
+template <class T>
+struct DirectRows {
+    SourceImage<T> img;
+    struct Row {
+        const T* p;
+        PXK_INLINE int32_t operator[](int32_t x) const { return loadSample(p, x); }
+    };
+    PXK_INLINE Row row(int32_t y) const { return Row{img.row(y)}; }
+};
+
+// Mirror of a coordinate into 0..size - 1 across the edge samples.
+PXK_INLINE int32_t mirrored(int32_t v, int32_t size) {
+    while (v < 0 || v >= size) v = v < 0 ? -v : 2 * (size - 1) - v;
+    return v;
+}
+
+// Sample rows of the image with both coordinates mirrored at the edges.
+template <class T>
+struct MirroredRows {
+    SourceImage<T> img;
+    struct Row {
+        const T* p;
+        int32_t width;
+        PXK_INLINE int32_t operator[](int32_t x) const { return loadSample(p, mirrored(x, width)); }
+    };
+    PXK_INLINE Row row(int32_t y) const { return Row{img.row(mirrored(y, img.height)), img.width}; }
+};
+
+template <class T>
+struct AhdSlot {
+    T* green[2];      // [0] along the row, [1] along the column; column x at [x - (x0 - 3)]
+    T* candidate[2];  // R G B of the row and column candidates; column x at [3 (x - (x0 - 2))]
+    Yuv* yuv[2];      // their terms; column x at [x - (x0 - 2)]
+    int8_t* difference;  // column x at [x - (x0 - 1)]
+};
+
+template <class T, class Rows>
+class AhdEngine {
+public:
+    AhdEngine(const Rows& rows, int32_t grid, uint8_t* buffer, int32_t bufferStep, const DestinationRegion<T, 3>& dst)
+        : rows_(rows), grid_(grid), dst_(dst), buffer_(buffer), bufferStep_(bufferStep) {}
+
+    // The rectangle [x0, x0 + width) x [y0, y0 + height), width and height at least 1.
+    void run(int32_t x0, int32_t y0, int32_t width, int32_t height) {
+        x0_ = x0;
+        x1_ = x0 + width - 1;
+        const int32_t y1 = y0 + height - 1;
+        for (int s = 0; s < 3; ++s) slots_[s] = layOut(s, width);
+        for (int32_t r = y0 - 3; r <= y1 + 3; ++r) {
+            greens(r);
+            if (r - 1 >= y0 - 2) candidates(r - 1);
+            if (r - 2 >= y0 - 1) homogeneity(r - 2);
+            if (r - 3 >= y0) choose(r - 3);
+        }
+    }
+
+private:
+    static constexpr int32_t kTop = sizeof(T) == 1 ? 255 : 65535;
+
+    static uint8_t* alignUp(uint8_t* p) {
+        return p + ((16 - (reinterpret_cast<std::uintptr_t>(p) & 15)) & 15);
+    }
+    AhdSlot<T> layOut(int s, int32_t n) const {
+        uint8_t* p = alignUp(byteOffset(buffer_, static_cast<std::intptr_t>(s) * bufferStep_));
+        auto take = [&p](std::size_t bytes) {
+            uint8_t* at = p;
+            p = alignUp(p + bytes);
+            return at;
+        };
+        AhdSlot<T> slot;
+        const std::size_t w = static_cast<std::size_t>(n);
+        for (int k = 0; k < 2; ++k) slot.green[k] = reinterpret_cast<T*>(take((w + 6) * sizeof(T)));
+        for (int k = 0; k < 2; ++k) slot.candidate[k] = reinterpret_cast<T*>(take(3 * (w + 4) * sizeof(T)));
+        for (int k = 0; k < 2; ++k) slot.yuv[k] = reinterpret_cast<Yuv*>(take((w + 4) * sizeof(Yuv)));
+        slot.difference = reinterpret_cast<int8_t*>(take(w + 2));
+        return slot;
+    }
+    const AhdSlot<T>& slot(int32_t r) const { return slots_[((r % 3) + 3) % 3]; }
+
+    void greens(int32_t r) {
+        const typename Rows::Row s0 = rows_.row(r - 2), s1 = rows_.row(r - 1), s2 = rows_.row(r),
+                                 s3 = rows_.row(r + 1), s4 = rows_.row(r + 2);
+        const AhdSlot<T>& out = slot(r);
+        for (int32_t x = x0_ - 3; x <= x1_ + 3; ++x) {
+            const int32_t i = x - (x0_ - 3);
+            const int32_t c = s2[x];
+            if (siteAt(grid_, x, r) == kGreen) {
+                out.green[0][i] = static_cast<T>(c);
+                out.green[1][i] = static_cast<T>(c);
+            } else {
+                out.green[0][i] = static_cast<T>(lineGreen(s2[x - 1], s2[x + 1], c, s2[x - 2], s2[x + 2]));
+                out.green[1][i] = static_cast<T>(lineGreen(s1[x], s3[x], c, s0[x], s4[x]));
+            }
+        }
+    }
+
+    void candidates(int32_t r) {
+        const typename Rows::Row up = rows_.row(r - 1), mid = rows_.row(r), down = rows_.row(r + 1);
+        const AhdSlot<T>& above = slot(r - 1);
+        const AhdSlot<T>& here = slot(r);
+        const AhdSlot<T>& below = slot(r + 1);
+        for (int32_t x = x0_ - 2; x <= x1_ + 2; ++x) {
+            const int32_t g = x - (x0_ - 3);  // index into the green rows
+            const int32_t i = x - (x0_ - 2);
+            const int site = siteAt(grid_, x, r);
+            for (int k = 0; k < 2; ++k) {
+                const T* ga = above.green[k];
+                const T* gh = here.green[k];
+                const T* gb = below.green[k];
+                int32_t rgb[3];
+                if (site == kGreen) {
+                    const int32_t green = mid[x];
+                    rgb[kGreen] = green;
+                    rgb[siteAt(grid_, x + 1, r)] =
+                        colourFromGreen<1>(green, mid[x - 1] + mid[x + 1], gh[g - 1] + gh[g + 1], kTop);
+                    rgb[siteAt(grid_, x, r + 1)] =
+                        colourFromGreen<1>(green, up[x] + down[x], ga[g] + gb[g], kTop);
+                } else {
+                    const int32_t green = gh[g];
+                    rgb[site] = mid[x];
+                    rgb[kGreen] = green;
+                    rgb[2 - site] = colourFromGreen<2>(green, up[x - 1] + up[x + 1] + down[x - 1] + down[x + 1],
+                                                       ga[g - 1] + ga[g + 1] + gb[g - 1] + gb[g + 1], kTop);
+                }
+                T* cand = here.candidate[k] + 3 * i;
+                cand[0] = static_cast<T>(rgb[0]);
+                cand[1] = static_cast<T>(rgb[1]);
+                cand[2] = static_cast<T>(rgb[2]);
+                here.yuv[k][i] = yuvOf(rgb[0], rgb[1], rgb[2]);
+            }
+        }
+    }
+
+    void homogeneity(int32_t r) {
+        const AhdSlot<T>& above = slot(r - 1);
+        const AhdSlot<T>& here = slot(r);
+        const AhdSlot<T>& below = slot(r + 1);
+        for (int32_t x = x0_ - 1; x <= x1_ + 1; ++x) {
+            const int32_t i = x - (x0_ - 2);
+            const Yuv* hRow = here.yuv[0];
+            const Yuv* hCol = here.yuv[1];
+            const Yuv& h = hRow[i];
+            const Yuv& w = hCol[i];
+            const int32_t lumaH = maxOf(lumaDistance(h, hRow[i - 1]), lumaDistance(h, hRow[i + 1]));
+            const int32_t lumaW = maxOf(lumaDistance(w, above.yuv[1][i]), lumaDistance(w, below.yuv[1][i]));
+            const int32_t limitY = lumaH < lumaW ? lumaH : lumaW;
+            const int64_t chromaH = maxOf(chromaDistance(h, hRow[i - 1]), chromaDistance(h, hRow[i + 1]));
+            const int64_t chromaW = maxOf(chromaDistance(w, above.yuv[1][i]), chromaDistance(w, below.yuv[1][i]));
+            const int64_t limitC = chromaH < chromaW ? chromaH : chromaW;
+            int32_t counts[2];
+            for (int k = 0; k < 2; ++k) {
+                const Yuv& c = here.yuv[k][i];
+                const Yuv* around[4] = {&here.yuv[k][i - 1], &here.yuv[k][i + 1], &above.yuv[k][i], &below.yuv[k][i]};
+                int32_t n = 0;
+                for (const Yuv* a : around) n += (lumaDistance(c, *a) <= limitY && chromaDistance(c, *a) <= limitC) ? 1 : 0;
+                counts[k] = n;
+            }
+            here.difference[x - (x0_ - 1)] = static_cast<int8_t>(counts[0] - counts[1]);
+        }
+    }
+
+    void choose(int32_t y) {
+        const int8_t* d0 = slot(y - 1).difference;
+        const int8_t* d1 = slot(y).difference;
+        const int8_t* d2 = slot(y + 1).difference;
+        const AhdSlot<T>& here = slot(y);
+        T* out = dst_.pixel(x0_, y);
+        int32_t last = 1;
+        for (int32_t x = x0_; x <= x1_; ++x) {
+            const int32_t j = x - x0_;  // the difference of column x - 1
+            const int32_t sum = d0[j] + d0[j + 1] + d0[j + 2] + d1[j] + d1[j + 1] + d1[j + 2] + d2[j] + d2[j + 1] +
+                                d2[j + 2];
+            if (sum != 0) last = sum;
+            const T* cand = here.candidate[last > 0 ? 0 : 1] + 3 * (x - (x0_ - 2));
+            for (int k = 0; k < 3; ++k) storeSample(out, k, cand[k]);
+            out += 3;
+        }
+    }
+
+    template <class N>
+    static N maxOf(N a, N b) {
+        return a < b ? b : a;
+    }
+
+    Rows rows_;
+    int32_t grid_;
+    DestinationRegion<T, 3> dst_;
+    uint8_t* buffer_;
+    int32_t bufferStep_;
+    int32_t x0_ = 0, x1_ = 0;
+    AhdSlot<T> slots_[3];
+};
+
+}  // namespace demosaic
+}  // namespace pxk

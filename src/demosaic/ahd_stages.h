@@ -1,0 +1,50 @@
+// The arithmetic of the homogeneity-directed demosaic, one form each, in integers:
+// the green interpolated along a line, the colour rebuilt from a green plane, the
+// luma and chroma terms, and their distances.
+#pragma once
+
+#include <cstdint>
+
+#include "frame/simd_inline.h"
+
+namespace pxk {
+namespace demosaic {
+
+// Green at a red or blue site from the line through it: a and b the green neighbours,
+// c the centre, d and e the samples two away: ((a + b) >> 1) + ((c - d + c - e) >> 2),
+// held between a and b.
+PXK_INLINE int32_t lineGreen(int32_t a, int32_t b, int32_t c, int32_t d, int32_t e) {
+    const int32_t g = ((a + b) >> 1) + ((c - d + c - e) >> 2);
+    const int32_t lo = a < b ? a : b, hi = a < b ? b : a;
+    return g < lo ? lo : (g > hi ? hi : g);
+}
+
+PXK_INLINE int32_t saturate(int32_t v, int32_t top) { return v < 0 ? 0 : (v > top ? top : v); }
+
+// A colour from a green plane: the green G at the site plus the mean difference of
+// colour and green over `count` (2 or 4, shift 1 or 2) neighbours of that colour,
+// saturated to 0..top.
+template <int Shift>
+PXK_INLINE int32_t colourFromGreen(int32_t green, int32_t colourSum, int32_t greenSum, int32_t top) {
+    return saturate(green + ((colourSum - greenSum) >> Shift), top);
+}
+
+// Luma and chroma terms of a candidate.
+struct Yuv {
+    int32_t y, u, v;
+};
+PXK_INLINE Yuv yuvOf(int32_t r, int32_t g, int32_t b) {
+    return Yuv{(66 * r + 129 * g + 25 * b + 128) >> 8, (-38 * r - 74 * g + 112 * b + 128) >> 8,
+               (112 * r - 94 * g - 18 * b + 128) >> 8};
+}
+
+PXK_INLINE int32_t lumaDistance(const Yuv& a, const Yuv& b) { return a.y > b.y ? a.y - b.y : b.y - a.y; }
+
+// dU * dU + dV * dV, in 64 bits (it passes 32 bits for 16-bit samples).
+PXK_INLINE int64_t chromaDistance(const Yuv& a, const Yuv& b) {
+    const int64_t du = int64_t{a.u} - b.u, dv = int64_t{a.v} - b.v;
+    return du * du + dv * dv;
+}
+
+}  // namespace demosaic
+}  // namespace pxk
