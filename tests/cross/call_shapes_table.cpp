@@ -43,6 +43,13 @@ const std::vector<ShapeRow>& callShapeRows() {
         {"pxkiYUV422v210ToBGR_709HDTV_32u16u_C3", "src step dst step size steps=elements steps=positive"},
         {"pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1", "src step dst step size steps=elements steps=positive"},
         {"pxkiYUV422v210ToRGB_709HDTV_32u16u_C3", "src step dst step size steps=elements steps=positive"},
+        // Tone maps and 12-bit packing: width and height as two int32. The tone-map
+        // sources hold negative samples too, so that the columns whose scalar and
+        // vector bytes differ are compared; the packing members refuse steps below 1.
+        {"pxkiToneMapLinear_32f8u_C1R", "src step dst step wh floats=-20:100"},
+        {"pxkiToneMapMean_32f8u_C1R", "src step dst step wh floats=-20:100"},
+        {"pxkiPack_16u12u_C1R", "src step dst step wh steps=positive"},
+        {"pxkiUnpack_12u16u_C1R", "src step dst step wh steps=positive"},
     };
     return rows;
 }
