@@ -17,6 +17,7 @@
 
 #include "frame/fixed_point.h"
 #include "frame/vec_float.h"
+#include "tools/lane_memory.h"
 #include "tools/samples.h"
 #include "tools/ycocg_forms.h"
 
@@ -99,27 +100,6 @@ PXK_INLINE V widenLow16(V v) { return srai32<16>(unpacklo16(v, v)); }
 template <class V>
 PXK_INLINE V widenHigh16(V v) { return srai32<16>(unpackhi16(v, v)); }
 
-// Eight packed three-byte pixels a lane (24 bytes: 16, then 8), and back.
-PXK_INLINE void loadThreeBytePixels(const uint8_t* p, V128& first, V128& last) {
-    first = load128(p);
-    last = loadLowHalves128(p + 16);
-}
-PXK_INLINE void storeThreeBytePixels(uint8_t* p, V128 first, V128 last) {
-    store128(p, first);
-    storeLowHalves(p + 16, last);
-}
-#if defined(PXKCC_TARGET_AVX2)
-PXK_INLINE void loadThreeBytePixels(const uint8_t* p, V256& first, V256& last) {
-    first = loadTwoChunks<24>(p);
-    last = _mm256_inserti128_si256(_mm256_castsi128_si256(loadLowHalves128(p + 16)), loadLowHalves128(p + 40), 1);
-}
-PXK_INLINE void storeThreeBytePixels(uint8_t* p, V256 first, V256 last) {
-    storeTwoChunks<24>(p, first);
-    storeLowHalves(p + 16, _mm256_castsi256_si128(last));
-    storeLowHalves(p + 40, _mm256_extracti128_si256(last, 1));
-}
-#endif
-
 }  // namespace simd
 
 // ---------------------------------------------------------------------------------
@@ -158,10 +138,11 @@ struct PackedIn {
     template <class V>
     PXK_INLINE Group<V, 1> load(int32_t x) const {
         using namespace simd;
+        using namespace lanes;
         const uint8_t* p = plane[0] + static_cast<std::ptrdiff_t>(kBytes) * x;
         if constexpr (sizeof(S) == 1 && Channels == 3) {
             V first, last;
-            loadThreeBytePixels(p, first, last);
+            load24PerLane(p, first, last);
             return splitThree16(widenLow8(first), widenHigh8(first), widenLow8(last));
         } else if constexpr (sizeof(S) == 1) {
             const V lo = loadLanes<V, 32>(p), hi = loadLanes<V, 32>(p + 16);
@@ -193,12 +174,13 @@ struct PackedOut {
     template <class V>
     PXK_INLINE void store(int32_t x, const Group<V, 1>& g) const {
         using namespace simd;
+        using namespace lanes;
         uint8_t* p = plane[0] + static_cast<std::ptrdiff_t>(kBytes) * x;
         if constexpr (Channels == 3) {
             V a, b, c;
             mergeThree16(g, a, b, c);
             if constexpr (sizeof(S) == 1) {
-                storeThreeBytePixels(p, packus16(a, b), packus16(c, c));
+                store24PerLane(p, packus16(a, b), packus16(c, c));
             } else {
                 storeLanes<V, 48>(p, a);
                 storeLanes<V, 48>(p + 16, b);
