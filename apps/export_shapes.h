@@ -187,6 +187,32 @@ PxkResult mosaicToPackedWithBuffer(MosaicToPackedWithBuffer<T> f, const Image& s
     if (work.size() < 3 * static_cast<size_t>(step)) work.resize(3 * static_cast<size_t>(step));
     return f(reinterpret_cast<const T*>(s.data()), PxkRect{0, 0, s.width(), s.height()}, regionOf(s), s.step(),
              reinterpret_cast<T*>(d.data()), d.step(), pxkBayerBGGR, work.data(), step);
+// ---- YCoCg, tone mapping, 12-bit packing: samples of any type ----
+
+// Packed rows into three planes with one step, the sample types taken from the export.
+template <class S, class D, class Image>
+PxkResult packedToPlanarTyped(PxkResult (*f)(const S*, int32_t, D* const[3], int32_t, PxkSize), const Image& s,
+                              Image& d) {
+    D* const planes[3] = {reinterpret_cast<D*>(d.planes()[0]), reinterpret_cast<D*>(d.planes()[1]),
+                          reinterpret_cast<D*>(d.planes()[2])};
+    return f(reinterpret_cast<const S*>(s.data()), s.step(), planes, d.step(), regionOf(s));
+}
+
+// Three planes with one step into packed rows; alpha (if the export takes it) 0xFF.
+template <class S, class D, class... Alpha, class Image>
+PxkResult planarToPackedTyped(PxkResult (*f)(const S* const[3], int32_t, D*, int32_t, PxkSize, Alpha...),
+                              const Image& s, Image& d) {
+    const S* const planes[3] = {reinterpret_cast<const S*>(s.planes()[0]), reinterpret_cast<const S*>(s.planes()[1]),
+                                reinterpret_cast<const S*>(s.planes()[2])};
+    return f(planes, s.step(), reinterpret_cast<D*>(d.data()), d.step(), regionOf(s), Alpha(0xFF)...);
+}
+
+// One plane to one plane, width and height given as two int32.
+template <class S, class D, class Image>
+PxkResult rowsWidthHeight(PxkResult (*f)(const S*, int32_t, D*, int32_t, int32_t, int32_t), const Image& s,
+                          Image& d) {
+    return f(reinterpret_cast<const S*>(s.data()), s.step(), reinterpret_cast<D*>(d.data()), d.step(), s.width(),
+             s.height());
 }
 
 // ---- one function per export: export given at compile time ----

@@ -13,9 +13,9 @@ int bytesPerPixel(Layout layout) {
     case Layout::C4: return 4;
     case Layout::C2: return 2;
     case Layout::W16: return 2;
-    case Layout::C1: return 1;
     case Layout::C3W16: return 6;
     case Layout::C4W16: return 8;
+    case Layout::F32: return 4;
     default: return 1;
     }
 }
@@ -37,6 +37,13 @@ int bytesPerFourPixels(Layout layout) {
     case Layout::C3W16: return 24;
     case Layout::C4W16: return 32;
     case Layout::V210: return 0;  // 16 bytes for six pixels: see bytesMovedPerPixel
+    case Layout::C3W16: return 24;
+    case Layout::C4W16: return 32;
+    case Layout::P3W16: return 24;
+    case Layout::P3W32: return 48;
+    case Layout::F32: return 16;
+    case Layout::B12: return 6;
+    case Layout::C1: return 4;
     }
     return 0;
 }
@@ -48,6 +55,9 @@ double bytesMovedPerPixel(Layout layout) {
 size_t rowBytesOf(Layout layout, int width) {
     const size_t w = static_cast<size_t>(width);
     if (layout == Layout::V210) return (w + 5) / 6 * 16;
+    if (layout == Layout::B12) return (3 * w + 1) / 2;
+    if (layout == Layout::P3W16) return 2 * w;
+    if (layout == Layout::P3W32) return 4 * w;
     return w * static_cast<size_t>(isPlanar(layout) ? 1 : bytesPerPixel(layout));
 }
 
@@ -58,7 +68,9 @@ int planeCount(Layout layout) {
     case Layout::P3:
     case Layout::P420:
     case Layout::P422:
-    case Layout::P411: return 3;
+    case Layout::P411:
+    case Layout::P3W16:
+    case Layout::P3W32: return 3;
     case Layout::P2: return 2;
     case Layout::P4: return 4;
     default: return 1;
@@ -79,9 +91,13 @@ const char* layoutName(Layout layout) {
     case Layout::P2: return "P2";
     case Layout::V210: return "V210";
     case Layout::W16: return "W16";
-    case Layout::C1: return "C1";
     case Layout::C3W16: return "C3W16";
     case Layout::C4W16: return "C4W16";
+    case Layout::P3W16: return "P3W16";
+    case Layout::P3W32: return "P3W32";
+    case Layout::F32: return "F32";
+    case Layout::B12: return "B12";
+    case Layout::C1: return "C1";
     }
     return "?";
 }
@@ -136,6 +152,13 @@ Image::Image(Layout layout, int width, int height)
 
 void Image::fill(Content content, uint32_t seed) {
     uint32_t state = seed != 0 ? seed : 0x9E3779B9u;
+    if (content == Content::Light && layout_ == Layout::F32) {
+        for (int y = 0; y < height_; ++y) {
+            float* row = reinterpret_cast<float*>(planes_[0] + static_cast<size_t>(step_) * static_cast<size_t>(y));
+            for (int x = 0; x < width_; ++x) row[x] = static_cast<float>(nextRandom(state) >> 8) * (1000.0f / 16777216.0f);
+        }
+        return;
+    }
     const bool planar = isPlanar(layout_);
     const int channels = planar ? 1 : bytesPerPixel(layout_);
     const int rowBytes = static_cast<int>(rowBytesOf(layout_, width_));
@@ -145,7 +168,7 @@ void Image::fill(Content content, uint32_t seed) {
             for (int x = 0; x < rowBytes; ++x) {
                 const uint32_t r = nextRandom(state) >> 24;
                 const int channel = planar ? p : x % channels;
-                if (content == Content::Rgb || channel == 3) {
+                if (content != Content::YCbCr || channel == 3) {
                     row[x] = static_cast<uint8_t>(r);
                 } else {
                     row[x] = channel == 0 ? inRange(r, 16, 235) : inRange(r, 16, 240);

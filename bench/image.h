@@ -25,9 +25,14 @@ enum class Layout {
     P2,   // a Y plane and a plane of chroma pairs at half height (a step each)
     V210, // 32-bit words, six pixels in four words (10-bit 4:2:2)
     W16,  // one 16-bit word a pixel
-    C1,   // one byte a pixel (a Bayer mosaic)
-    C3W16, // three 16-bit samples a pixel
-    C4W16  // four 16-bit samples a pixel
+    // Wider samples and packed 12-bit samples (YCoCg, tone mapping, 12-bit packing)
+    C3W16, // three interleaved 16-bit samples a pixel
+    C4W16, // four interleaved 16-bit samples a pixel
+    P3W16, // three planes of one 16-bit sample a pixel, one common step
+    P3W32, // three planes of one 32-bit sample a pixel, one common step
+    F32,   // one float a pixel
+    B12,   // 12-bit samples packed two in three bytes
+    C1     // one byte a pixel
 };
 
 // Bytes of one interleaved pixel (packed layouts; 1 for planar ones).
@@ -47,7 +52,8 @@ const char* layoutName(Layout layout);
 // What the samples of a source image hold; decides the value range of the fill.
 enum class Content {
     Rgb,    // any byte
-    YCbCr   // studio range: Y 16..235, Cb and Cr 16..240
+    YCbCr,  // studio range: Y 16..235, Cb and Cr 16..240
+    Light   // F32 images: floats in [0, 1000); other layouts: any byte
 };
 
 // Bytes freed with std::free (std::aligned_alloc storage).

@@ -685,6 +685,118 @@ PXKCC_API PxkResult pxkiCFAToBGRA_VNG_8u_C1C4R(const uint8_t* pSrc, PxkRect srcR
 PXKCC_API PxkResult pxkiCFAToBGRA_VNG_16u_C1C4R(const uint16_t* pSrc, PxkRect srcRoi, PxkSize srcSize,
                                                 int32_t srcStep, const float* pScale, uint16_t* pDst,
                                                 int32_t dstStep, PxkBayerGrid grid);
+/* Lossless YCoCg, tone mapping, 12-bit packing                              */
+/* ------------------------------------------------------------------------ */
+
+/* YCoCg: packed colour to three planes Y, Co, Cg (plane arrays in that order, one
+ * step for all three) and back. BGR rows hold unsigned 8-bit blue, green, red; SBGR
+ * rows hold signed 16-bit blue, green, red; a C4 source's fourth sample is not read,
+ * and a C4 destination's fourth sample is set to `alpha`. All steps are bytes.
+ * Plain family (divides and drops low bits):
+ *   Y = (R + 2G + B + 2) >> 2, Co = (R - B + 1) >> 1, Cg = (2G - R - B + 2) >> 2;
+ *   R = Y + Co - Cg, G = Y + Cg, B = Y - Co - Cg.
+ * _Rev family (lifting steps; the inverse gives back the input exactly):
+ *   Co = R - B, t = B + (Co >> 1), Cg = G - t, Y = t + (Cg >> 1);
+ *   t = Y - (Cg >> 1), G = Cg + t, B = t - (Co >> 1), R = B + Co.
+ * Widths: 8u16s forward in 16 bits (values fit); 16s32s forward in 32 bits; 16s
+ * plain forward in 32 bits, saturated to 16 bits in the vector columns (the first
+ * width - width % 4) and keeping the low 16 bits in the last width % 4 columns, so
+ * that Co or Cg of 32768 gives 32767 there and -32768 here; 16s _Rev forward in 16
+ * bits with wrap-around; 16s8u inverses in 16 bits with wrap-around, then saturated
+ * to 0..255; 16s inverses in 16 bits with wrap-around; 32s16s inverses in 32 bits,
+ * the low 16 bits stored.
+ * pxkiRGBToYCoCg_8u_C3P3R (red first) stores Y, Co + 128 and Cg + 128, each at most
+ * 255; pxkiYCoCgToRGB_8u_P3C3R computes R = Y + Co' - Cg', G = Y + Cg' - 128,
+ * B = 128 - Co' + Y - Cg' + 128, each saturated to 0..255.
+ * Checks: every pointer and each of the three plane entries (pxkErrNullPtr), then,
+ * in the members marked [size], a width or height below 1 (pxkErrSize). The other
+ * members return pxkOk for a width or height below 1 and write nothing. */
+PXKCC_API PxkResult pxkiBGRToYCoCg_8u16s_C3P3R(const uint8_t* pSrc, int32_t srcStep, int16_t* const pDst[3],
+                                               int32_t dstStep, PxkSize roiSize); /* [size] */
+PXKCC_API PxkResult pxkiBGRToYCoCg_8u16s_C4P3R(const uint8_t* pSrc, int32_t srcStep, int16_t* const pDst[3],
+                                               int32_t dstStep, PxkSize roiSize); /* [size] */
+PXKCC_API PxkResult pxkiBGRToYCoCg_Rev_8u16s_C3P3R(const uint8_t* pSrc, int32_t srcStep, int16_t* const pDst[3],
+                                                   int32_t dstStep, PxkSize roiSize); /* [size] */
+PXKCC_API PxkResult pxkiBGRToYCoCg_Rev_8u16s_C4P3R(const uint8_t* pSrc, int32_t srcStep, int16_t* const pDst[3],
+                                                   int32_t dstStep, PxkSize roiSize); /* [size] */
+PXKCC_API PxkResult pxkiRGBToYCoCg_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                            int32_t dstStep, PxkSize roiSize); /* [size] */
+PXKCC_API PxkResult pxkiSBGRToYCoCg_16s32s_C3P3R(const int16_t* pSrc, int32_t srcStep, int32_t* const pDst[3],
+                                                 int32_t dstStep, PxkSize roiSize); /* [size] */
+PXKCC_API PxkResult pxkiSBGRToYCoCg_16s32s_C4P3R(const int16_t* pSrc, int32_t srcStep, int32_t* const pDst[3],
+                                                 int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiSBGRToYCoCg_16s_C3P3R(const int16_t* pSrc, int32_t srcStep, int16_t* const pDst[3],
+                                              int32_t dstStep, PxkSize roiSize); /* [size] */
+PXKCC_API PxkResult pxkiSBGRToYCoCg_16s_C4P3R(const int16_t* pSrc, int32_t srcStep, int16_t* const pDst[3],
+                                              int32_t dstStep, PxkSize roiSize); /* [size] */
+PXKCC_API PxkResult pxkiSBGRToYCoCg_Rev_16s32s_C3P3R(const int16_t* pSrc, int32_t srcStep,
+                                                     int32_t* const pDst[3], int32_t dstStep,
+                                                     PxkSize roiSize); /* [size] */
+PXKCC_API PxkResult pxkiSBGRToYCoCg_Rev_16s32s_C4P3R(const int16_t* pSrc, int32_t srcStep,
+                                                     int32_t* const pDst[3], int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiSBGRToYCoCg_Rev_16s_C3P3R(const int16_t* pSrc, int32_t srcStep, int16_t* const pDst[3],
+                                                  int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiSBGRToYCoCg_Rev_16s_C4P3R(const int16_t* pSrc, int32_t srcStep, int16_t* const pDst[3],
+                                                  int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCoCgToBGR_16s8u_P3C3R(const int16_t* const pSrc[3], int32_t srcStep, uint8_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCoCgToBGR_16s8u_P3C4R(const int16_t* const pSrc[3], int32_t srcStep, uint8_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize, uint8_t alpha);
+PXKCC_API PxkResult pxkiYCoCgToBGR_Rev_16s8u_P3C3R(const int16_t* const pSrc[3], int32_t srcStep, uint8_t* pDst,
+                                                   int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCoCgToBGR_Rev_16s8u_P3C4R(const int16_t* const pSrc[3], int32_t srcStep, uint8_t* pDst,
+                                                   int32_t dstStep, PxkSize roiSize, uint8_t alpha);
+PXKCC_API PxkResult pxkiYCoCgToRGB_8u_P3C3R(const uint8_t* const pSrc[3], int32_t srcStep, uint8_t* pDst,
+                                            int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCoCgToSBGR_16s_P3C3R(const int16_t* const pSrc[3], int32_t srcStep, int16_t* pDst,
+                                              int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCoCgToSBGR_16s_P3C4R(const int16_t* const pSrc[3], int32_t srcStep, int16_t* pDst,
+                                              int32_t dstStep, PxkSize roiSize, int16_t alpha); /* [size] */
+PXKCC_API PxkResult pxkiYCoCgToSBGR_32s16s_P3C3R(const int32_t* const pSrc[3], int32_t srcStep, int16_t* pDst,
+                                                 int32_t dstStep, PxkSize roiSize); /* [size] */
+PXKCC_API PxkResult pxkiYCoCgToSBGR_32s16s_P3C4R(const int32_t* const pSrc[3], int32_t srcStep, int16_t* pDst,
+                                                 int32_t dstStep, PxkSize roiSize, int16_t alpha); /* [size] */
+PXKCC_API PxkResult pxkiYCoCgToSBGR_Rev_16s_P3C3R(const int16_t* const pSrc[3], int32_t srcStep, int16_t* pDst,
+                                                  int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCoCgToSBGR_Rev_16s_P3C4R(const int16_t* const pSrc[3], int32_t srcStep, int16_t* pDst,
+                                                  int32_t dstStep, PxkSize roiSize, int16_t alpha);
+PXKCC_API PxkResult pxkiYCoCgToSBGR_Rev_32s16s_P3C3R(const int32_t* const pSrc[3], int32_t srcStep,
+                                                     int16_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCoCgToSBGR_Rev_32s16s_P3C4R(const int32_t* const pSrc[3], int32_t srcStep,
+                                                     int16_t* pDst, int32_t dstStep, PxkSize roiSize,
+                                                     int16_t alpha);
+
+/* Tone maps: a float image (C1) to bytes by one scale factor measured from the image;
+ * each output is truncate(sample * scale). Linear: m = the largest sample (from the
+ * most negative finite float up), scale = 255.0f / m. Mean: d = 2 * mean (the sum in
+ * double), scale = (float)(255.0 / d). Width and height are two int32 values; steps
+ * are bytes and are not tested. Least size 1 x 1.
+ * Vector columns saturate to 0..255; scalar samples keep the low 8 bits (Linear: a
+ * negative sample gives a wrapped byte) or limit to 0..255 (Mean). A row runs the
+ * vector loop only when it is wider than 6 and its source and destination do not
+ * overlap; a row of 16 or more first runs scalar samples up to a 16-byte aligned
+ * destination address, the vector loop then covers whole groups of 4 and the last
+ * width % 4 samples run scalar; other rows run scalar throughout.
+ * Statuses: m or d below 0 returns pxkWarnNegativeImage (1) and writes nothing; m not
+ * above 1.1754944e-38 (d not above 1.1754943508222875e-38) fills the region with 0
+ * and returns pxkOk. Checks: pSrc, pDst, then the size. */
+PXKCC_API PxkResult pxkiToneMapLinear_32f8u_C1R(const float* pSrc, int32_t srcStep, uint8_t* pDst,
+                                                int32_t dstStep, int32_t width, int32_t height);
+PXKCC_API PxkResult pxkiToneMapMean_32f8u_C1R(const float* pSrc, int32_t srcStep, uint8_t* pDst,
+                                              int32_t dstStep, int32_t width, int32_t height);
+
+/* 12-bit packing: 16-bit containers (the low 12 bits; bits 15-12 dropped) to rows of
+ * three bytes for each pair of samples a, b: a bits 11-4 | a bits 3-0, b bits 11-8 |
+ * b bits 7-0; Unpack reverses it (the top four bits of each output are 0). Width
+ * counts samples; each row starts a new group. An odd last sample takes two bytes,
+ * the low four bits of the second written as 0 (Unpack reads those two bytes).
+ * Width and height are two int32 values. Least size 1 x 1.
+ * Checks: pSrc, pDst; then width or height below 1 (pxkErrSize); then srcStep or
+ * dstStep below 1 (pxkErrStep). */
+PXKCC_API PxkResult pxkiPack_16u12u_C1R(const uint16_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                        int32_t width, int32_t height);
+PXKCC_API PxkResult pxkiUnpack_12u16u_C1R(const uint8_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep,
+                                          int32_t width, int32_t height);
 
 #ifdef __cplusplus
 }

@@ -54,6 +54,13 @@ const std::vector<ShapeRow>& callShapeRows() {
         // ... then a work buffer of three rows of the least documented step.
         {"pxkiDemosaicAHD_16u_C1C3R", "src roi size step dst step i32:0:3 scratch:41:384:3 bufstep"},
         {"pxkiDemosaicAHD_8u_C1C3R", "src roi size step dst step i32:0:3 scratch:33:384:3 bufstep"},
+        // Tone maps and 12-bit packing: width and height as two int32. The tone-map
+        // sources hold negative samples too, so that the columns whose scalar and
+        // vector bytes differ are compared; the packing members refuse steps below 1.
+        {"pxkiToneMapLinear_32f8u_C1R", "src step dst step wh floats=-20:100"},
+        {"pxkiToneMapMean_32f8u_C1R", "src step dst step wh floats=-20:100"},
+        {"pxkiPack_16u12u_C1R", "src step dst step wh steps=positive"},
+        {"pxkiUnpack_12u16u_C1R", "src step dst step wh steps=positive"},
     };
     return rows;
 }

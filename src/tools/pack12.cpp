@@ -1,0 +1,127 @@
+// 12-bit samples between 16-bit containers and packed rows of three bytes for two
+// samples (the forms in pack12_forms.h). An odd last sample takes bytes 0 and 1, the
+// low half of byte 1 written as 0. Each row starts a new group.
+//
+// A row runs in vector blocks of 16 samples a 128-bit lane (24 packed bytes) while
+// they last, then pair by pair; every column gets the same bits either way.
+#include "pxkcc.h"
+
+#include "frame/checks.h"
+#include "frame/drivers.h"
+#include "tools/lane_memory.h"
+#include "tools/pack12_forms.h"
+#include "tools/samples.h"
+
+using namespace pxk;
+using namespace pxk::pack12;
+
+namespace {
+
+using namespace vec;
+
+// Masks of each 64-bit half: bytes 0-2, bytes 3-5; and the lower 64-bit half.
+template <class V>
+PXK_INLINE V firstThree() { return splat32Pattern<V>(0x00FFFFFF, 0, 0x00FFFFFF, 0); }
+template <class V>
+PXK_INLINE V secondThree() { return splat32Pattern<V>(static_cast<int32_t>(0xFF000000u), 0xFFFF, static_cast<int32_t>(0xFF000000u), 0xFFFF); }
+template <class V>
+PXK_INLINE V lowerHalf() { return splat32Pattern<V>(-1, -1, 0, 0); }
+
+// Four groups, one in bytes 0-2 of each 32-bit lane, to twelve bytes in a row (bytes
+// 12-15 zero); and back.
+template <class V>
+PXK_INLINE V compactGroups(V groups) {
+    const V halves = or_(and_(groups, firstThree<V>()), and_(srli64<8>(groups), secondThree<V>()));
+    return or_(and_(halves, lowerHalf<V>()), bytesDown<2>(andNot(lowerHalf<V>(), halves)));
+}
+template <class V>
+PXK_INLINE V spreadGroups(V bytes) {
+    const V halves = or_(and_(bytes, splat32Pattern<V>(-1, 0xFFFF, 0, 0)),
+                         bytesUp<2>(and_(bytes, splat32Pattern<V>(0, static_cast<int32_t>(0xFFFF0000u), -1, 0))));
+    return or_(and_(halves, firstThree<V>()), slli64<8>(and_(halves, secondThree<V>())));
+}
+
+// Sixteen samples a lane (32 bytes) to 24 packed bytes.
+template <class V>
+PXK_INLINE void packBlock(const uint8_t* src, uint8_t* dst) {
+    const V lo = compactGroups(packPair<VectorWords<V>>(loadLanes<V, 32>(src)));
+    const V hi = compactGroups(packPair<VectorWords<V>>(loadLanes<V, 32>(src + 16)));
+    lanes::store24PerLane(dst, or_(lo, bytesUp<12>(hi)), bytesDown<4>(hi));
+}
+
+// 24 packed bytes a lane to sixteen samples.
+template <class V>
+PXK_INLINE void unpackBlock(const uint8_t* src, uint8_t* dst) {
+    V first, last;
+    lanes::load24PerLane(src, first, last);
+    const V lo = unpackGroup<VectorWords<V>>(spreadGroups(first));
+    const V hi = unpackGroup<VectorWords<V>>(spreadGroups(or_(bytesDown<12>(first), bytesUp<4>(last))));
+    storeLanes<V, 32>(dst, lo);
+    storeLanes<V, 32>(dst + 16, hi);
+}
+
+// Runs block<V>(x) over the whole blocks of a row (16 samples a lane, widest vector
+// first) and returns the first column left over.
+template <class BlockFn>
+PXK_INLINE int32_t wholeBlocks(int32_t width, BlockFn&& block) {
+    constexpr int32_t kWide = 16 * kLanes<Widest>;
+    int32_t x = 0;
+    for (; width - x >= kWide; x += kWide) block(Widest{}, x);
+    for (; width - x >= 16; x += 16) block(V128{}, x);
+    return x;
+}
+
+void packRow(int32_t width, const uint16_t* src, uint8_t* dst) {
+    const auto* s = reinterpret_cast<const uint8_t*>(src);
+    int32_t x = wholeBlocks(width, [&](auto v, int32_t at) PXK_LAMBDA_INLINE {
+        packBlock<decltype(v)>(s + 2 * static_cast<std::ptrdiff_t>(at), dst + 3 * static_cast<std::ptrdiff_t>(at / 2));
+    });
+    for (; x < width; x += 2) {
+        const uint32_t b = x + 1 < width ? loadSample<uint16_t>(src + x + 1) : 0;
+        const uint32_t group = packPair<ScalarWords>(loadSample<uint16_t>(src + x) | (b << 16));
+        uint8_t* d = dst + 3 * static_cast<std::ptrdiff_t>(x / 2);
+        d[0] = static_cast<uint8_t>(group);
+        d[1] = static_cast<uint8_t>(group >> 8);
+        if (x + 1 < width) d[2] = static_cast<uint8_t>(group >> 16);
+    }
+}
+
+void unpackRow(int32_t width, const uint8_t* src, uint16_t* dst) {
+    auto* d = reinterpret_cast<uint8_t*>(dst);
+    int32_t x = wholeBlocks(width, [&](auto v, int32_t at) PXK_LAMBDA_INLINE {
+        unpackBlock<decltype(v)>(src + 3 * static_cast<std::ptrdiff_t>(at / 2), d + 2 * static_cast<std::ptrdiff_t>(at));
+    });
+    for (; x < width; x += 2) {
+        const uint8_t* g = src + 3 * static_cast<std::ptrdiff_t>(x / 2);
+        const uint32_t byte2 = x + 1 < width ? g[2] : 0;  // an odd last sample reads two bytes
+        const uint32_t pair = unpackGroup<ScalarWords>(g[0] | (uint32_t{g[1]} << 8) | (byte2 << 16));
+        storeSample(dst + x, static_cast<uint16_t>(pair));
+        if (x + 1 < width) storeSample(dst + x + 1, static_cast<uint16_t>(pair >> 16));
+    }
+}
+
+// The checks of both, in their order (pointers, size, then steps), then the rows.
+template <class Row, class S, class D>
+PxkResult checkedRows(Row row, const S* src, int32_t srcStep, D* dst, int32_t dstStep, int32_t width, int32_t height) {
+    PXK_CHECK(checkPtrs(src, dst));
+    PXK_CHECK(checkSize(PxkSize{width, height}, 1, 1));
+    PXK_CHECK(checkSteps(srcStep, dstStep));
+    driveRows(width, height, row, rows(src, srcStep), rows(dst, dstStep));
+    return pxkOk;
+}
+
+}  // namespace
+
+extern "C" {
+
+PxkResult pxkiPack_16u12u_C1R(const uint16_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t width,
+                              int32_t height) {
+    return checkedRows(packRow, pSrc, srcStep, pDst, dstStep, width, height);
+}
+
+PxkResult pxkiUnpack_12u16u_C1R(const uint8_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep, int32_t width,
+                                int32_t height) {
+    return checkedRows(unpackRow, pSrc, srcStep, pDst, dstStep, width, height);
+}
+
+}  // extern "C"

@@ -1,0 +1,277 @@
+// Memory layouts of the YCoCg members: packed rows of three or four 8-bit or 16-bit
+// samples a pixel, and planes of 8-, 16- or 32-bit samples.
+//
+// A vector group is eight pixels in each 128-bit lane (lane L holds pixels 8 L to
+// 8 L + 7), as three channel vectors in pixel order: sixteen-bit lanes (Parts = 1),
+// or 32-bit lanes in two vectors, pixels 0-3 then 4-7 (Parts = 2). Every shuffle is
+// in-lane, so the 256-bit group is the 128-bit one twice over. load1/store1 move one
+// pixel for the scalar tails. kPlanes and kBytes let the row kernel stage a short
+// group through local buffers.
+#pragma once
+
+#include "frame/simd_inline.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+
+#include "frame/fixed_point.h"
+#include "frame/vec_float.h"
+#include "tools/lane_memory.h"
+#include "tools/samples.h"
+#include "tools/ycocg_forms.h"
+
+namespace pxk {
+namespace ycocg {
+
+using vec::V128;
+
+template <class V, int Parts>
+struct Group {
+    V c[3][Parts];
+};
+
+namespace simd {
+
+using namespace vec;
+
+// Four vectors of two pixels each (four 16-bit samples a pixel, the fourth ignored)
+// to three channel vectors in pixel order.
+template <class V>
+PXK_INLINE Group<V, 1> transposeFrom4(V q0, V q1, V q2, V q3) {
+    const V t0 = unpacklo16(q0, q1), t1 = unpackhi16(q0, q1);
+    const V t2 = unpacklo16(q2, q3), t3 = unpackhi16(q2, q3);
+    const V u0 = unpacklo32(t0, t2), u1 = unpackhi32(t0, t2);
+    const V u2 = unpacklo32(t1, t3), u3 = unpackhi32(t1, t3);
+    return Group<V, 1>{{{unpacklo16(u0, u2)}, {unpackhi16(u0, u2)}, {unpacklo16(u1, u3)}}};
+}
+
+// Three channel vectors and a fourth to four vectors of two pixels each.
+template <class V>
+PXK_INLINE void transposeTo4(const Group<V, 1>& g, V fourth, V q[4]) {
+    const V lo01 = unpacklo16(g.c[0][0], g.c[1][0]), lo23 = unpacklo16(g.c[2][0], fourth);
+    const V hi01 = unpackhi16(g.c[0][0], g.c[1][0]), hi23 = unpackhi16(g.c[2][0], fourth);
+    q[0] = unpacklo32(lo01, lo23);
+    q[1] = unpackhi32(lo01, lo23);
+    q[2] = unpacklo32(hi01, hi23);
+    q[3] = unpackhi32(hi01, hi23);
+}
+
+// Two pixels of three 16-bit samples (words 0-5) spread to four words a pixel.
+template <class V>
+PXK_INLINE V spreadPair(V p) {
+    return shuffle2x32<_MM_SHUFFLE(3, 2, 1, 0)>(p, bytesUp<2>(p));
+}
+
+// Eight pixels of three 16-bit samples (48 bytes a lane: a, b, c) to channels.
+template <class V>
+PXK_INLINE Group<V, 1> splitThree16(V a, V b, V c) {
+    const V p23 = or_(bytesDown<12>(a), bytesUp<4>(b));
+    const V p45 = or_(bytesDown<8>(b), bytesUp<8>(c));
+    const V p67 = bytesDown<4>(c);
+    return transposeFrom4(spreadPair(a), spreadPair(p23), spreadPair(p45), spreadPair(p67));
+}
+
+// Channels to eight pixels of three 16-bit samples (a, b, c).
+template <class V>
+PXK_INLINE void mergeThree16(const Group<V, 1>& g, V& a, V& b, V& c) {
+    V q[4];
+    transposeTo4(g, g.c[2][0], q);
+    // Each pair to its twelve bytes: words 0-2 kept, words 4-6 moved down to 3-5.
+    const V first = splat32Pattern<V>(-1, 0xFFFF, 0, 0);
+    const V second = splat32Pattern<V>(0, static_cast<int32_t>(0xFFFF0000u), -1, 0);
+    V v[4];
+    PXK_UNROLL
+    for (int i = 0; i < 4; ++i) v[i] = or_(and_(q[i], first), and_(bytesDown<2>(q[i]), second));
+    a = or_(v[0], bytesUp<12>(v[1]));
+    b = or_(bytesDown<4>(v[1]), bytesUp<8>(v[2]));
+    c = or_(bytesDown<8>(v[2]), bytesUp<4>(v[3]));
+}
+
+// Bytes to 16-bit lanes (zero-extended): the low eight and the high eight of a lane.
+template <class V>
+PXK_INLINE V widenLow8(V v) { return unpacklo8(v, zero<V>()); }
+template <class V>
+PXK_INLINE V widenHigh8(V v) { return unpackhi8(v, zero<V>()); }
+
+// 16-bit lanes to 32-bit lanes, sign-extended: the low four and the high four.
+template <class V>
+PXK_INLINE V widenLow16(V v) { return srai32<16>(unpacklo16(v, v)); }
+template <class V>
+PXK_INLINE V widenHigh16(V v) { return srai32<16>(unpackhi16(v, v)); }
+
+}  // namespace simd
+
+// ---------------------------------------------------------------------------------
+// Sample types: how one sample is read into an int32 and written back.
+// ---------------------------------------------------------------------------------
+
+template <class S>
+PXK_INLINE int32_t readSample(const uint8_t* p) {
+    return loadSample<S>(p);
+}
+
+// 8-bit samples saturate to 0..255, 16-bit ones keep their low 16 bits.
+template <class S>
+PXK_INLINE void writeSample(uint8_t* p, int32_t v) {
+    if constexpr (std::is_same_v<S, uint8_t>) {
+        *p = clamp8(v);
+    } else if constexpr (std::is_same_v<S, int16_t>) {
+        storeSample(p, static_cast<int16_t>(wrap16(v)));
+    } else {
+        storeSample(p, v);
+    }
+}
+
+// ---------------------------------------------------------------------------------
+// Packed rows of Channels samples a pixel (3, or 4 with the fourth not read).
+// ---------------------------------------------------------------------------------
+
+template <class S, int Channels>
+struct PackedIn {
+    static_assert(sizeof(S) <= 2, "packed rows hold 8- or 16-bit samples");
+    static constexpr int kPlanes = 1;
+    static constexpr int kBytes = Channels * static_cast<int>(sizeof(S));
+    static constexpr int kParts = 1;
+    const uint8_t* plane[1];
+
+    template <class V>
+    PXK_INLINE Group<V, 1> load(int32_t x) const {
+        using namespace simd;
+        using namespace lanes;
+        const uint8_t* p = plane[0] + static_cast<std::ptrdiff_t>(kBytes) * x;
+        if constexpr (sizeof(S) == 1 && Channels == 3) {
+            V first, last;
+            load24PerLane(p, first, last);
+            return splitThree16(widenLow8(first), widenHigh8(first), widenLow8(last));
+        } else if constexpr (sizeof(S) == 1) {
+            const V lo = loadLanes<V, 32>(p), hi = loadLanes<V, 32>(p + 16);
+            return transposeFrom4(widenLow8(lo), widenHigh8(lo), widenLow8(hi), widenHigh8(hi));
+        } else if constexpr (Channels == 3) {
+            return splitThree16(loadLanes<V, 48>(p), loadLanes<V, 48>(p + 16), loadLanes<V, 48>(p + 32));
+        } else {
+            return transposeFrom4(loadLanes<V, 64>(p), loadLanes<V, 64>(p + 16), loadLanes<V, 64>(p + 32),
+                                  loadLanes<V, 64>(p + 48));
+        }
+    }
+    PXK_INLINE Triple<int32_t> load1(int32_t x) const {
+        const uint8_t* p = plane[0] + static_cast<std::ptrdiff_t>(kBytes) * x;
+        return Triple<int32_t>{{readSample<S>(p), readSample<S>(p + sizeof(S)), readSample<S>(p + 2 * sizeof(S))}};
+    }
+};
+
+// The fourth sample of a C4 row is set to `alpha`. 8-bit rows saturate each value to
+// 0..255; 16-bit rows keep the low 16 bits.
+template <class S, int Channels>
+struct PackedOut {
+    static_assert(sizeof(S) <= 2, "packed rows hold 8- or 16-bit samples");
+    static constexpr int kPlanes = 1;
+    static constexpr int kBytes = Channels * static_cast<int>(sizeof(S));
+    static constexpr int kParts = 1;
+    uint8_t* plane[1];
+    int32_t alpha;
+
+    template <class V>
+    PXK_INLINE void store(int32_t x, const Group<V, 1>& g) const {
+        using namespace simd;
+        using namespace lanes;
+        uint8_t* p = plane[0] + static_cast<std::ptrdiff_t>(kBytes) * x;
+        if constexpr (Channels == 3) {
+            V a, b, c;
+            mergeThree16(g, a, b, c);
+            if constexpr (sizeof(S) == 1) {
+                store24PerLane(p, packus16(a, b), packus16(c, c));
+            } else {
+                storeLanes<V, 48>(p, a);
+                storeLanes<V, 48>(p + 16, b);
+                storeLanes<V, 48>(p + 32, c);
+            }
+        } else {
+            V q[4];
+            transposeTo4(g, splat16<V>(alpha), q);
+            if constexpr (sizeof(S) == 1) {
+                storeLanes<V, 32>(p, packus16(q[0], q[1]));
+                storeLanes<V, 32>(p + 16, packus16(q[2], q[3]));
+            } else {
+                PXK_UNROLL
+                for (int i = 0; i < 4; ++i) storeLanes<V, 64>(p + 16 * i, q[i]);
+            }
+        }
+    }
+    PXK_INLINE void store1(int32_t x, Triple<int32_t> v) const {
+        uint8_t* p = plane[0] + static_cast<std::ptrdiff_t>(kBytes) * x;
+        PXK_UNROLL
+        for (int i = 0; i < 3; ++i) writeSample<S>(p + i * sizeof(S), v.c[i]);
+        if constexpr (Channels == 4) writeSample<S>(p + 3 * sizeof(S), alpha);
+    }
+};
+
+// ---------------------------------------------------------------------------------
+// Three planes of one sample type, one sample a pixel each.
+// ---------------------------------------------------------------------------------
+
+template <class S>
+struct PlanesIn {
+    static constexpr int kPlanes = 3;
+    static constexpr int kBytes = static_cast<int>(sizeof(S));
+    static constexpr int kParts = sizeof(S) == 4 ? 2 : 1;
+    const uint8_t* plane[3];
+
+    template <class V>
+    PXK_INLINE Group<V, kParts> load(int32_t x) const {
+        using namespace simd;
+        Group<V, kParts> g;
+        PXK_UNROLL
+        for (int i = 0; i < 3; ++i) {
+            const uint8_t* p = plane[i] + static_cast<std::ptrdiff_t>(kBytes) * x;
+            if constexpr (sizeof(S) == 1) {
+                g.c[i][0] = widenLow8(loadLowHalves<V>(p));
+            } else if constexpr (sizeof(S) == 2) {
+                g.c[i][0] = loadLanes<V, 16>(p);
+            } else {
+                g.c[i][0] = loadLanes<V, 32>(p);
+                g.c[i][kParts - 1] = loadLanes<V, 32>(p + 16);
+            }
+        }
+        return g;
+    }
+    PXK_INLINE Triple<int32_t> load1(int32_t x) const {
+        Triple<int32_t> v;
+        PXK_UNROLL
+        for (int i = 0; i < 3; ++i) v.c[i] = readSample<S>(plane[i] + static_cast<std::ptrdiff_t>(kBytes) * x);
+        return v;
+    }
+};
+
+// 8-bit planes saturate each value to 0..255.
+template <class S>
+struct PlanesOut {
+    static constexpr int kPlanes = 3;
+    static constexpr int kBytes = static_cast<int>(sizeof(S));
+    static constexpr int kParts = sizeof(S) == 4 ? 2 : 1;
+    uint8_t* plane[3];
+
+    template <class V>
+    PXK_INLINE void store(int32_t x, const Group<V, kParts>& g) const {
+        using namespace simd;
+        PXK_UNROLL
+        for (int i = 0; i < 3; ++i) {
+            uint8_t* p = plane[i] + static_cast<std::ptrdiff_t>(kBytes) * x;
+            if constexpr (sizeof(S) == 1) {
+                storeLowHalves(p, packus16(g.c[i][0], g.c[i][0]));
+            } else if constexpr (sizeof(S) == 2) {
+                storeLanes<V, 16>(p, g.c[i][0]);
+            } else {
+                storeLanes<V, 32>(p, g.c[i][0]);
+                storeLanes<V, 32>(p + 16, g.c[i][kParts - 1]);
+            }
+        }
+    }
+    PXK_INLINE void store1(int32_t x, Triple<int32_t> v) const {
+        PXK_UNROLL
+        for (int i = 0; i < 3; ++i) writeSample<S>(plane[i] + static_cast<std::ptrdiff_t>(kBytes) * x, v.c[i]);
+    }
+};
+
+}  // namespace ycocg
+}  // namespace pxk
