@@ -13,6 +13,12 @@ int bytesPerPixel(Layout layout) {
     case Layout::C4: return 4;
     case Layout::C2: return 2;
     case Layout::W16: return 2;
+    case Layout::C3W16: return 6;
+    case Layout::AC4W16: return 8;
+    case Layout::P3W16: return 2;
+    case Layout::C3F32: return 12;
+    case Layout::AC4F32: return 16;
+    case Layout::P3F32: return 4;
     default: return 1;
     }
 }
@@ -31,6 +37,12 @@ int bytesPerFourPixels(Layout layout) {
     case Layout::P411: return 6;
     case Layout::W16: return 8;
     case Layout::V210: return 0;  // 16 bytes for six pixels: see bytesMovedPerPixel
+    case Layout::C3W16: return 24;
+    case Layout::AC4W16: return 32;
+    case Layout::P3W16: return 24;
+    case Layout::C3F32: return 48;
+    case Layout::AC4F32: return 64;
+    case Layout::P3F32: return 48;
     }
     return 0;
 }
@@ -42,7 +54,8 @@ double bytesMovedPerPixel(Layout layout) {
 size_t rowBytesOf(Layout layout, int width) {
     const size_t w = static_cast<size_t>(width);
     if (layout == Layout::V210) return (w + 5) / 6 * 16;
-    return w * static_cast<size_t>(isPlanar(layout) ? 1 : bytesPerPixel(layout));
+    const bool widePlanes = layout == Layout::P3W16 || layout == Layout::P3F32;
+    return w * static_cast<size_t>(isPlanar(layout) && !widePlanes ? 1 : bytesPerPixel(layout));
 }
 
 bool isPlanar(Layout layout) { return planeCount(layout) > 1; }
@@ -52,7 +65,9 @@ int planeCount(Layout layout) {
     case Layout::P3:
     case Layout::P420:
     case Layout::P422:
-    case Layout::P411: return 3;
+    case Layout::P411:
+    case Layout::P3W16:
+    case Layout::P3F32: return 3;
     case Layout::P2: return 2;
     case Layout::P4: return 4;
     default: return 1;
@@ -73,6 +88,12 @@ const char* layoutName(Layout layout) {
     case Layout::P2: return "P2";
     case Layout::V210: return "V210";
     case Layout::W16: return "W16";
+    case Layout::C3W16: return "C3W16";
+    case Layout::AC4W16: return "AC4W16";
+    case Layout::P3W16: return "P3W16";
+    case Layout::C3F32: return "C3F32";
+    case Layout::AC4F32: return "AC4F32";
+    case Layout::P3F32: return "P3F32";
     }
     return "?";
 }
@@ -127,6 +148,10 @@ Image::Image(Layout layout, int width, int height)
 
 void Image::fill(Content content, uint32_t seed) {
     uint32_t state = seed != 0 ? seed : 0x9E3779B9u;
+    if (layout_ == Layout::C3F32 || layout_ == Layout::AC4F32 || layout_ == Layout::P3F32) {
+        fillUnitFloats(state);
+        return;
+    }
     const bool planar = isPlanar(layout_);
     const int channels = planar ? 1 : bytesPerPixel(layout_);
     const int rowBytes = static_cast<int>(rowBytesOf(layout_, width_));
@@ -141,6 +166,20 @@ void Image::fill(Content content, uint32_t seed) {
                 } else {
                     row[x] = channel == 0 ? inRange(r, 16, 235) : inRange(r, 16, 240);
                 }
+            }
+        }
+    }
+}
+
+// Floats in [0, 1), every sample of every plane.
+void Image::fillUnitFloats(uint32_t& state) {
+    const size_t rowFloats = rowBytesOf(layout_, width_) / sizeof(float);
+    for (int p = 0; p < planeCount(layout_); ++p) {
+        for (int y = 0; y < height_; ++y) {
+            uint8_t* row = planes_[p] + static_cast<size_t>(step_) * static_cast<size_t>(y);
+            for (size_t x = 0; x < rowFloats; ++x) {
+                const float v = static_cast<float>(nextRandom(state) >> 8) * (1.0f / 16777216.0f);
+                std::memcpy(row + x * sizeof(float), &v, sizeof v);
             }
         }
     }

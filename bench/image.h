@@ -24,10 +24,19 @@ enum class Layout {
     P411, // three planes, chroma at quarter width (steps as an array)
     P2,   // a Y plane and a plane of chroma pairs at half height (a step each)
     V210, // 32-bit words, six pixels in four words (10-bit 4:2:2)
-    W16   // one 16-bit word a pixel
+    W16,  // one 16-bit word a pixel
+    // Wider samples (the gamma members): three or four (the 4th alpha, not converted)
+    // interleaved samples a pixel, or three planes of one sample a pixel, the samples
+    // 16-bit words (W16) or floats (F32, filled with values in [0, 1)).
+    C3W16,
+    AC4W16,
+    P3W16,
+    C3F32,
+    AC4F32,
+    P3F32
 };
 
-// Bytes of one interleaved pixel (packed layouts; 1 for planar ones).
+// Bytes of one interleaved pixel (packed layouts; one sample for planar ones).
 int bytesPerPixel(Layout layout);
 // Bytes that four pixels occupy, all planes together: what a conversion reads or
 // writes of this layout.
@@ -80,10 +89,12 @@ public:
     // One step a plane, all the same (every plane is allocated at full size).
     const int32_t* steps() const { return steps_; }
 
-    // Pseudo-random content in the value range of `content`.
+    // Pseudo-random content in the value range of `content` (floats in [0, 1) for the
+    // float layouts, whatever the content).
     void fill(Content content, uint32_t seed);
 
 private:
+    void fillUnitFloats(uint32_t& state);
     Layout layout_;
     int width_;
     int height_;
