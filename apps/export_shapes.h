@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <vector>
+#include <cstring>
 
 #include "pxkcc.h"
 
@@ -213,6 +214,58 @@ PxkResult rowsWidthHeight(PxkResult (*f)(const S*, int32_t, D*, int32_t, int32_t
                           Image& d) {
     return f(reinterpret_cast<const S*>(s.data()), s.step(), reinterpret_cast<D*>(d.data()), d.step(), s.width(),
              s.height());
+// ---- samples of any type, in place or not (the gamma members) ----
+// The images' bytes are taken as samples of the export's type T; the float members'
+// trailing (vMin, vMax) are given the unit range. The in-place forms first copy the
+// source into the destination (the copy is part of what is measured) and convert it
+// there, so that every call sees the same samples.
+
+template <class... Range, class F, class... Args>
+PxkResult withUnitRange(F f, Args... args) {
+    if constexpr (sizeof...(Range) == 0) {
+        return f(args...);
+    } else {
+        return f(args..., 0.0f, 1.0f);
+    }
+}
+
+template <class T, class Image>
+T* samplesOf(Image& image, int plane = 0) {
+    return reinterpret_cast<T*>(image.planes()[plane]);
+}
+
+template <class Image>
+void copyPlanes(const Image& s, Image& d, int planes) {
+    for (int p = 0; p < planes; ++p) {
+        std::memcpy(d.planes()[p], s.planes()[p], static_cast<size_t>(s.step()) * static_cast<size_t>(s.height()));
+    }
+}
+
+template <class T, class Image, class... Range>
+PxkResult samplesToSamples(PxkResult (*f)(const T*, int32_t, T*, int32_t, PxkSize, Range...), const Image& s,
+                           Image& d) {
+    return withUnitRange<Range...>(f, samplesOf<const T>(s), s.step(), samplesOf<T>(d), d.step(), regionOf(s));
+}
+
+template <class T, class Image, class... Range>
+PxkResult samplesInPlace(PxkResult (*f)(T*, int32_t, PxkSize, Range...), const Image& s, Image& d) {
+    copyPlanes(s, d, 1);
+    return withUnitRange<Range...>(f, samplesOf<T>(d), d.step(), regionOf(d));
+}
+
+template <class T, class Image, class... Range>
+PxkResult planesToPlanes(PxkResult (*f)(const T* const[3], int32_t, T* const[3], int32_t, PxkSize, Range...),
+                         const Image& s, Image& d) {
+    const T* const src[3] = {samplesOf<const T>(s, 0), samplesOf<const T>(s, 1), samplesOf<const T>(s, 2)};
+    T* const dst[3] = {samplesOf<T>(d, 0), samplesOf<T>(d, 1), samplesOf<T>(d, 2)};
+    return withUnitRange<Range...>(f, src, s.step(), dst, d.step(), regionOf(s));
+}
+
+template <class T, class Image, class... Range>
+PxkResult planesInPlace(PxkResult (*f)(T* const[3], int32_t, PxkSize, Range...), const Image& s, Image& d) {
+    copyPlanes(s, d, 3);
+    T* const planes[3] = {samplesOf<T>(d, 0), samplesOf<T>(d, 1), samplesOf<T>(d, 2)};
+    return withUnitRange<Range...>(f, planes, d.step(), regionOf(d));
 }
 
 // ---- one function per export: export given at compile time ----

@@ -15,7 +15,13 @@ int bytesPerPixel(Layout layout) {
     case Layout::W16: return 2;
     case Layout::C3W16: return 6;
     case Layout::C4W16: return 8;
+    case Layout::AC4W16: return 8;
+    case Layout::P3W16: return 2;
+    case Layout::P3W32: return 4;
     case Layout::F32: return 4;
+    case Layout::C3F32: return 12;
+    case Layout::AC4F32: return 16;
+    case Layout::P3F32: return 4;
     default: return 1;
     }
 }
@@ -37,13 +43,14 @@ int bytesPerFourPixels(Layout layout) {
     case Layout::C3W16: return 24;
     case Layout::C4W16: return 32;
     case Layout::V210: return 0;  // 16 bytes for six pixels: see bytesMovedPerPixel
-    case Layout::C3W16: return 24;
-    case Layout::C4W16: return 32;
+    case Layout::AC4W16: return 32;
     case Layout::P3W16: return 24;
     case Layout::P3W32: return 48;
     case Layout::F32: return 16;
     case Layout::B12: return 6;
-    case Layout::C1: return 4;
+    case Layout::C3F32: return 48;
+    case Layout::AC4F32: return 64;
+    case Layout::P3F32: return 48;
     }
     return 0;
 }
@@ -56,9 +63,8 @@ size_t rowBytesOf(Layout layout, int width) {
     const size_t w = static_cast<size_t>(width);
     if (layout == Layout::V210) return (w + 5) / 6 * 16;
     if (layout == Layout::B12) return (3 * w + 1) / 2;
-    if (layout == Layout::P3W16) return 2 * w;
-    if (layout == Layout::P3W32) return 4 * w;
-    return w * static_cast<size_t>(isPlanar(layout) ? 1 : bytesPerPixel(layout));
+    const bool widePlanes = layout == Layout::P3W16 || layout == Layout::P3W32 || layout == Layout::P3F32;
+    return w * static_cast<size_t>(isPlanar(layout) && !widePlanes ? 1 : bytesPerPixel(layout));
 }
 
 bool isPlanar(Layout layout) { return planeCount(layout) > 1; }
@@ -70,7 +76,8 @@ int planeCount(Layout layout) {
     case Layout::P422:
     case Layout::P411:
     case Layout::P3W16:
-    case Layout::P3W32: return 3;
+    case Layout::P3W32:
+    case Layout::P3F32: return 3;
     case Layout::P2: return 2;
     case Layout::P4: return 4;
     default: return 1;
@@ -93,11 +100,15 @@ const char* layoutName(Layout layout) {
     case Layout::W16: return "W16";
     case Layout::C3W16: return "C3W16";
     case Layout::C4W16: return "C4W16";
+    case Layout::AC4W16: return "AC4W16";
     case Layout::P3W16: return "P3W16";
     case Layout::P3W32: return "P3W32";
     case Layout::F32: return "F32";
     case Layout::B12: return "B12";
     case Layout::C1: return "C1";
+    case Layout::C3F32: return "C3F32";
+    case Layout::AC4F32: return "AC4F32";
+    case Layout::P3F32: return "P3F32";
     }
     return "?";
 }
@@ -159,6 +170,10 @@ void Image::fill(Content content, uint32_t seed) {
         }
         return;
     }
+    if (layout_ == Layout::C3F32 || layout_ == Layout::AC4F32 || layout_ == Layout::P3F32) {
+        fillUnitFloats(state);
+        return;
+    }
     const bool planar = isPlanar(layout_);
     const int channels = planar ? 1 : bytesPerPixel(layout_);
     const int rowBytes = static_cast<int>(rowBytesOf(layout_, width_));
@@ -173,6 +188,20 @@ void Image::fill(Content content, uint32_t seed) {
                 } else {
                     row[x] = channel == 0 ? inRange(r, 16, 235) : inRange(r, 16, 240);
                 }
+            }
+        }
+    }
+}
+
+// Floats in [0, 1), every sample of every plane.
+void Image::fillUnitFloats(uint32_t& state) {
+    const size_t rowFloats = rowBytesOf(layout_, width_) / sizeof(float);
+    for (int p = 0; p < planeCount(layout_); ++p) {
+        for (int y = 0; y < height_; ++y) {
+            uint8_t* row = planes_[p] + static_cast<size_t>(step_) * static_cast<size_t>(y);
+            for (size_t x = 0; x < rowFloats; ++x) {
+                const float v = static_cast<float>(nextRandom(state) >> 8) * (1.0f / 16777216.0f);
+                std::memcpy(row + x * sizeof(float), &v, sizeof v);
             }
         }
     }

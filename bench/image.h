@@ -26,16 +26,22 @@ enum class Layout {
     V210, // 32-bit words, six pixels in four words (10-bit 4:2:2)
     W16,  // one 16-bit word a pixel
     // Wider samples and packed 12-bit samples (YCoCg, tone mapping, 12-bit packing)
-    C3W16, // three interleaved 16-bit samples a pixel
-    C4W16, // four interleaved 16-bit samples a pixel
-    P3W16, // three planes of one 16-bit sample a pixel, one common step
-    P3W32, // three planes of one 32-bit sample a pixel, one common step
-    F32,   // one float a pixel
-    B12,   // 12-bit samples packed two in three bytes
-    C1     // one byte a pixel
+    C3W16,  // three interleaved 16-bit samples a pixel
+    C4W16,  // four interleaved 16-bit samples a pixel
+    P3W16,  // three planes of one 16-bit sample a pixel, one common step
+    P3W32,  // three planes of one 32-bit sample a pixel, one common step
+    F32,    // one float a pixel
+    B12,    // 12-bit samples packed two in three bytes
+    C1,     // one byte a pixel (a Bayer mosaic)
+    // The gamma members: four 16-bit samples, the 4th alpha and not converted; floats
+    // filled with values in [0, 1), interleaved or one a plane.
+    AC4W16,
+    C3F32,
+    AC4F32,
+    P3F32
 };
 
-// Bytes of one interleaved pixel (packed layouts; 1 for planar ones).
+// Bytes of one interleaved pixel (packed layouts; one sample for planar ones).
 int bytesPerPixel(Layout layout);
 // Bytes that four pixels occupy, all planes together: what a conversion reads or
 // writes of this layout.
@@ -89,10 +95,12 @@ public:
     // One step a plane, all the same (every plane is allocated at full size).
     const int32_t* steps() const { return steps_; }
 
-    // Pseudo-random content in the value range of `content`.
+    // Pseudo-random content in the value range of `content` (floats in [0, 1) for the
+    // float layouts, whatever the content).
     void fill(Content content, uint32_t seed);
 
 private:
+    void fillUnitFloats(uint32_t& state);
     Layout layout_;
     int width_;
     int height_;

@@ -59,6 +59,23 @@ int cvtColorInto(const Image& s, Image& d) {
     }
 }
 
+// A lookup table applied to every byte of a packed image (alpha included), the same
+// table for every channel, into our destination buffer.
+int lookUpBytes(const Image& s, Image& d) {
+    static const cv::Mat table = [] {
+        cv::Mat t(1, 256, CV_8U);
+        for (int i = 0; i < 256; ++i) t.at<uint8_t>(0, i) = static_cast<uint8_t>(255 - i);
+        return t;
+    }();
+    try {
+        cv::Mat dst = wrap(d);
+        cv::LUT(wrap(s), table, dst);
+        return dst.data == d.data() ? 0 : -1;
+    } catch (const cv::Exception&) {
+        return -1;
+    }
+}
+
 }  // namespace
 
 std::vector<Case> openCvCases() {
@@ -152,6 +169,12 @@ std::vector<Case> openCvCases() {
          cvtColorInto<cv::COLOR_BayerBG2RGB_EA, 3>,
          {"pxkiCFAToRGB_8u_C1C3R", "pxkiDemosaicAHD_8u_C1C3R"},
          "edge-aware"},
+        {"opencv/LUT_8UC3", Layout::C3, Layout::C3, Content::Rgb, lookUpBytes,
+         {"pxkiGammaFwd_8u_C3R", "pxkiGammaInv_8u_C3R", "pxkiGammaFwd_8u_C3IR", "pxkiGammaInv_8u_C3IR"},
+         "one 256-entry table for all channels"},
+        {"opencv/LUT_8UC4", Layout::AC4, Layout::AC4, Content::Rgb, lookUpBytes,
+         {"pxkiGammaFwd_8u_AC4R", "pxkiGammaInv_8u_AC4R", "pxkiGammaFwd_8u_AC4IR", "pxkiGammaInv_8u_AC4IR"},
+         "one table for all four bytes (alpha is looked up too)"},
     };
 }
 #else

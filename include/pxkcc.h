@@ -797,6 +797,84 @@ PXKCC_API PxkResult pxkiPack_16u12u_C1R(const uint16_t* pSrc, int32_t srcStep, u
                                         int32_t width, int32_t height);
 PXKCC_API PxkResult pxkiUnpack_12u16u_C1R(const uint8_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep,
                                           int32_t width, int32_t height);
+/* Gamma: the Rec. 709 transfer curve and its inverse                        */
+/* ------------------------------------------------------------------------ */
+/* Forward (linear to non-linear) f(x) = 4.5 x for x < 0.018, 1.099 x^0.45 - 0.099
+ * otherwise; inverse g(y) = y / 4.5 for y < 0.0812, ((y + 0.099) / 1.099)^(1 / 0.45)
+ * otherwise (the two branches of f do not meet exactly, and 0.0812 is not 4.5 * 0.018).
+ * Layouts C3, AC4 (the fourth channel of the destination is left unwritten, in place
+ * and not), P3 (one step for the three planes), and their in-place forms C3IR, AC4IR,
+ * IP3R. Least size 1 x 1; steps are bytes and must be at least 1 (pxkErrStep).
+ *
+ * 8u and 16u: each sample is replaced by its table entry, f(i / n) * n or g(i / n) * n
+ * rounded to nearest (n = 255 or 65535; the linear parts exactly, ties to even: forward
+ * 8u of 1 is 4, of 2 is 9; inverse 8u of 4 is 1; forward 16u of 1179 is 5306, of 1180
+ * is 5326).
+ *
+ * 32f: the curve over the range [vMin, vMax], with range = vMax - vMin, t = x - vMin:
+ * forward 0.018 > t / range gives t * 4.5 + vMin, else
+ * ((t / range)^0.45 * 1.099 - 0.099) * range + vMin; inverse t / range < 0.0812 gives
+ * t * 0.222222224 + vMin, else p * range + vMin in the AC4 members and p + vMin in the
+ * C3 and planar members (not scaled by the range), p = ((t / range + 0.099) *
+ * 0.909918129)^2.22222233. Samples are not clamped. First of all checks, a range whose
+ * vMax - vMin is not above 0 gives pxkErrRange (a NaN difference passes); then
+ * pointers, size, steps. The division by the range is a multiplication by its
+ * reciprocal, a float in forward C3R, C3IR, AC4R and inverse C3R, C3IR, and a double
+ * in the others. */
+PXKCC_API PxkResult pxkiGammaFwd_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                     PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaFwd_8u_C3IR(uint8_t* pSrcDst, int32_t srcDstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaFwd_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                      PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaFwd_8u_AC4IR(uint8_t* pSrcDst, int32_t srcDstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaFwd_8u_P3R(const uint8_t* const pSrc[3], int32_t srcStep, uint8_t* const pDst[3],
+                                     int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaFwd_8u_IP3R(uint8_t* const pSrcDst[3], int32_t srcDstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaFwd_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep,
+                                     PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaFwd_16u_C3IR(uint16_t* pSrcDst, int32_t srcDstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaFwd_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep,
+                                      PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaFwd_16u_AC4IR(uint16_t* pSrcDst, int32_t srcDstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaFwd_16u_P3R(const uint16_t* const pSrc[3], int32_t srcStep, uint16_t* const pDst[3],
+                                     int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaFwd_16u_IP3R(uint16_t* const pSrcDst[3], int32_t srcDstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaFwd_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                     PxkSize roiSize, float vMin, float vMax);
+PXKCC_API PxkResult pxkiGammaFwd_32f_C3IR(float* pSrcDst, int32_t srcDstStep, PxkSize roiSize, float vMin, float vMax);
+PXKCC_API PxkResult pxkiGammaFwd_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                      PxkSize roiSize, float vMin, float vMax);
+PXKCC_API PxkResult pxkiGammaFwd_32f_AC4IR(float* pSrcDst, int32_t srcDstStep, PxkSize roiSize, float vMin, float vMax);
+PXKCC_API PxkResult pxkiGammaFwd_32f_P3R(const float* const pSrc[3], int32_t srcStep, float* const pDst[3],
+                                     int32_t dstStep, PxkSize roiSize, float vMin, float vMax);
+PXKCC_API PxkResult pxkiGammaFwd_32f_IP3R(float* const pSrcDst[3], int32_t srcDstStep, PxkSize roiSize, float vMin, float vMax);
+PXKCC_API PxkResult pxkiGammaInv_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                     PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaInv_8u_C3IR(uint8_t* pSrcDst, int32_t srcDstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaInv_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                      PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaInv_8u_AC4IR(uint8_t* pSrcDst, int32_t srcDstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaInv_8u_P3R(const uint8_t* const pSrc[3], int32_t srcStep, uint8_t* const pDst[3],
+                                     int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaInv_8u_IP3R(uint8_t* const pSrcDst[3], int32_t srcDstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaInv_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep,
+                                     PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaInv_16u_C3IR(uint16_t* pSrcDst, int32_t srcDstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaInv_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep,
+                                      PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaInv_16u_AC4IR(uint16_t* pSrcDst, int32_t srcDstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaInv_16u_P3R(const uint16_t* const pSrc[3], int32_t srcStep, uint16_t* const pDst[3],
+                                     int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaInv_16u_IP3R(uint16_t* const pSrcDst[3], int32_t srcDstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGammaInv_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                     PxkSize roiSize, float vMin, float vMax);
+PXKCC_API PxkResult pxkiGammaInv_32f_C3IR(float* pSrcDst, int32_t srcDstStep, PxkSize roiSize, float vMin, float vMax);
+PXKCC_API PxkResult pxkiGammaInv_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                      PxkSize roiSize, float vMin, float vMax);
+PXKCC_API PxkResult pxkiGammaInv_32f_AC4IR(float* pSrcDst, int32_t srcDstStep, PxkSize roiSize, float vMin, float vMax);
+PXKCC_API PxkResult pxkiGammaInv_32f_P3R(const float* const pSrc[3], int32_t srcStep, float* const pDst[3],
+                                     int32_t dstStep, PxkSize roiSize, float vMin, float vMax);
+PXKCC_API PxkResult pxkiGammaInv_32f_IP3R(float* const pSrcDst[3], int32_t srcDstStep, PxkSize roiSize, float vMin, float vMax);
 
 #ifdef __cplusplus
 }

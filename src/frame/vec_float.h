@@ -189,6 +189,60 @@ PXK_INLINE F256 floatsOf(V256 v) { return _mm256_castsi256_ps(v); }
 PXK_INLINE V256 roundToInt(F256 v) { return _mm256_cvtps_epi32(v); }
 #endif
 
+// ---------------------------------------------------------------------------------
+// Double-precision lanes, for the work that a single-precision result needs more
+// precision for (the power routine's logarithm and exponential). Same rules: each
+// operation acts on each 128-bit lane as its 128-bit twin does.
+// ---------------------------------------------------------------------------------
+
+using D128 = __m128d;
+#if defined(PXKCC_TARGET_AVX2)
+using D256 = __m256d;
+#define PXK_VEC_DOP2(name, op128, op256)                         \
+    PXK_INLINE D128 name(D128 a, D128 b) { return op128(a, b); } \
+    PXK_INLINE D256 name(D256 a, D256 b) { return op256(a, b); }
+#else
+#define PXK_VEC_DOP2(name, op128, op256) \
+    PXK_INLINE D128 name(D128 a, D128 b) { return op128(a, b); }
+#endif
+PXK_VEC_DOP2(addD, _mm_add_pd, _mm256_add_pd)
+PXK_VEC_DOP2(subD, _mm_sub_pd, _mm256_sub_pd)
+PXK_VEC_DOP2(mulD, _mm_mul_pd, _mm256_mul_pd)
+// As minF/maxF: the second operand when either is NaN.
+PXK_VEC_DOP2(minD, _mm_min_pd, _mm256_min_pd)
+PXK_VEC_DOP2(maxD, _mm_max_pd, _mm256_max_pd)
+#undef PXK_VEC_DOP2
+
+template <class D>
+PXK_INLINE D splatD(double v);
+template <>
+PXK_INLINE D128 splatD<D128>(double v) { return _mm_set1_pd(v); }
+// Unaligned loads and stores of whole vectors of doubles.
+PXK_INLINE D128 loadD(const double* p, D128*) { return _mm_loadu_pd(p); }
+PXK_INLINE void storeD(double* p, D128 v) { _mm_storeu_pd(p, v); }
+// The lanes narrowed to floats by the current rounding mode, stored one after the other.
+PXK_INLINE void storeNarrowedD(float* p, D128 v) { _mm_storel_pi(reinterpret_cast<__m64*>(p), _mm_cvtpd_ps(v)); }
+// The bits of doubles as 64-bit integer lanes and back (no conversion).
+PXK_INLINE V128 bitsOfD(D128 v) { return _mm_castpd_si128(v); }
+PXK_INLINE D128 doublesOf(V128 v) { return _mm_castsi128_pd(v); }
+#if defined(PXKCC_TARGET_AVX2)
+template <>
+PXK_INLINE D256 splatD<D256>(double v) { return _mm256_set1_pd(v); }
+PXK_INLINE D256 loadD(const double* p, D256*) { return _mm256_loadu_pd(p); }
+PXK_INLINE void storeD(double* p, D256 v) { _mm256_storeu_pd(p, v); }
+PXK_INLINE void storeNarrowedD(float* p, D256 v) { _mm_storeu_ps(p, _mm256_cvtpd_ps(v)); }
+PXK_INLINE V256 bitsOfD(D256 v) { return _mm256_castpd_si256(v); }
+PXK_INLINE D256 doublesOf(V256 v) { return _mm256_castsi256_pd(v); }
+#endif
+// loadD<D>(p): as many doubles as D holds, from p.
+template <class D>
+PXK_INLINE D loadD(const double* p) {
+    return loadD(p, static_cast<D*>(nullptr));
+}
+// The integer vector as wide as the double vector D.
+template <class D>
+using BitsOfD = decltype(bitsOfD(D{}));
+
 #undef PXK_VEC_OP2
 #undef PXK_VEC_IMM
 

@@ -1,0 +1,78 @@
+// The 8u and 16u gamma members: each colour sample replaced by its entry in the
+// forward or inverse table of its type (gamma_tables.h); in place and not in place are
+// the same. The lookup is a gather, which neither vector instruction set of the two
+// builds does faster than the scalar loads, so the row is a scalar loop unrolled over
+// the pixel's channels.
+#include "frame/checks.h"
+#include "pxkcc.h"
+#include "twist_gamma/gamma_region.h"
+#include "twist_gamma/gamma_tables.h"
+
+using namespace pxk;
+using namespace pxk::gamma;
+
+namespace {
+
+template <class Layout, class T, class E>
+void lookupRow(const T* src, T* dst, int32_t width, const E* table) {
+    for (int32_t x = 0; x < width; ++x) {
+        const T* s = src + static_cast<std::ptrdiff_t>(x) * Layout::kStride;
+        T* d = dst + static_cast<std::ptrdiff_t>(x) * Layout::kStride;
+        PXK_UNROLL
+        for (int c = 0; c < Layout::kChannels; ++c) storeSample(d + c, static_cast<T>(table[loadSample(s + c)]));
+    }
+}
+
+template <class Layout, class T, class E>
+PxkResult lookupPacked(const T* src, int32_t srcStep, T* dst, int32_t dstStep, PxkSize size, const E* table) {
+    PXK_CHECK(checkPacked(src, srcStep, dst, dstStep, size));
+    walkPacked(src, srcStep, dst, dstStep, size,
+               [table](const T* s, T* d, int32_t width) { lookupRow<Layout>(s, d, width, table); });
+    return pxkOk;
+}
+
+template <class T, class E>
+PxkResult lookupPlanar(const T* const* src, int32_t srcStep, T* const* dst, int32_t dstStep, PxkSize size,
+                       const E* table) {
+    PXK_CHECK(checkPlanar(src, srcStep, dst, dstStep, size));
+    walkPlanes(src, srcStep, dst, dstStep, size,
+               [table](const T* s, T* d, int32_t width) { lookupRow<Plane>(s, d, width, table); });
+    return pxkOk;
+}
+
+}  // namespace
+
+// The six forms of one direction and type, reading `table`.
+#define PXK_GAMMA_TABLE_MEMBERS(Dir, Type, T, table)                                                            \
+    PxkResult pxkiGamma##Dir##_##Type##_C3R(const T* pSrc, int32_t srcStep, T* pDst, int32_t dstStep,          \
+                                            PxkSize roiSize) {                                                 \
+        return lookupPacked<C3>(pSrc, srcStep, pDst, dstStep, roiSize, table);                                 \
+    }                                                                                                          \
+    PxkResult pxkiGamma##Dir##_##Type##_C3IR(T* pSrcDst, int32_t srcDstStep, PxkSize roiSize) {                \
+        return lookupPacked<C3>(pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, table);                     \
+    }                                                                                                          \
+    PxkResult pxkiGamma##Dir##_##Type##_AC4R(const T* pSrc, int32_t srcStep, T* pDst, int32_t dstStep,         \
+                                             PxkSize roiSize) {                                                \
+        return lookupPacked<AC4>(pSrc, srcStep, pDst, dstStep, roiSize, table);                                \
+    }                                                                                                          \
+    PxkResult pxkiGamma##Dir##_##Type##_AC4IR(T* pSrcDst, int32_t srcDstStep, PxkSize roiSize) {               \
+        return lookupPacked<AC4>(pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, table);                    \
+    }                                                                                                          \
+    PxkResult pxkiGamma##Dir##_##Type##_P3R(const T* const pSrc[3], int32_t srcStep, T* const pDst[3],         \
+                                            int32_t dstStep, PxkSize roiSize) {                                \
+        return lookupPlanar(pSrc, srcStep, pDst, dstStep, roiSize, table);                                     \
+    }                                                                                                          \
+    PxkResult pxkiGamma##Dir##_##Type##_IP3R(T* const pSrcDst[3], int32_t srcDstStep, PxkSize roiSize) {       \
+        return lookupPlanar(pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, table);                         \
+    }
+
+extern "C" {
+
+// pxkiGammaFwd_8u_C3R, _C3IR, _AC4R, _AC4IR, _P3R, _IP3R, and the same of GammaInv_8u,
+// GammaFwd_16u and GammaInv_16u.
+PXK_GAMMA_TABLE_MEMBERS(Fwd, 8u, uint8_t, kForward8u)
+PXK_GAMMA_TABLE_MEMBERS(Inv, 8u, uint8_t, kInverse8u)
+PXK_GAMMA_TABLE_MEMBERS(Fwd, 16u, uint16_t, kForward16u)
+PXK_GAMMA_TABLE_MEMBERS(Inv, 16u, uint16_t, kInverse16u)
+
+}  // extern "C"
