@@ -617,8 +617,10 @@ PXKCC_API PxkResult pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1(const uint32_t* pSr
  * the image get green by the edge-directed rule (the mean along the calmer of row
  * and column, the mean of all four where both are alike) and plain rounded means of
  * the nearest samples otherwise; the two lines along each edge get averages over
- * the neighbours that exist, and each 2x2 corner block one colour from its own
- * samples. Steps are not tested. pxkErrBadArg: grid outside 0..3 (after the size
+ * the neighbours that exist, and the three outer pixels of each 2x2 corner block one
+ * colour from that block's four samples. Where an image is under 4 wide or high, a
+ * pixel on an edge line belongs to that edge, and the left and top sides come before
+ * the right and bottom ones. Steps are not tested. pxkErrBadArg: grid outside 0..3 (after the size
  * check). `spare` is never read. */
 PXKCC_API PxkResult pxkiCFAToRGB_8u_C1C3R(const uint8_t* pSrc, PxkRect srcRoi, PxkSize srcSize,
                                           int32_t srcStep, uint8_t* pDst, int32_t dstStep,

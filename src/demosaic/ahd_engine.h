@@ -24,6 +24,7 @@
 // (8 * sizeof(T) + 25) * n + 384 bytes.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 #include "demosaic/ahd_stages.h"
@@ -140,28 +141,42 @@ private:
         const AhdSlot<T>& above = slot(r - 1);
         const AhdSlot<T>& here = slot(r);
         const AhdSlot<T>& below = slot(r + 1);
+        // The row's sites alternate: [p] for the columns of parity p from x0 - 2 on, with
+        // the colours of their row and column neighbours.
+        int sites[2], rowColours[2], columnColours[2];
+        for (int p = 0; p < 2; ++p) {
+            sites[p] = siteAt(grid_, x0_ - 2 + p, r);
+            rowColours[p] = siteAt(grid_, x0_ - 1 + p, r);
+            columnColours[p] = siteAt(grid_, x0_ - 2 + p, r + 1);
+        }
         for (int32_t x = x0_ - 2; x <= x1_ + 2; ++x) {
             const int32_t g = x - (x0_ - 3);  // index into the green rows
             const int32_t i = x - (x0_ - 2);
-            const int site = siteAt(grid_, x, r);
+            const int site = sites[i & 1];
+            const int32_t c = mid[x];
+            // The samples that both candidates share.
+            int32_t along = 0, across = 0, diagonal = 0;
+            if (site == kGreen) {
+                along = mid[x - 1] + mid[x + 1];
+                across = up[x] + down[x];
+            } else {
+                diagonal = up[x - 1] + up[x + 1] + down[x - 1] + down[x + 1];
+            }
             for (int k = 0; k < 2; ++k) {
                 const T* ga = above.green[k];
                 const T* gh = here.green[k];
                 const T* gb = below.green[k];
                 int32_t rgb[3];
                 if (site == kGreen) {
-                    const int32_t green = mid[x];
-                    rgb[kGreen] = green;
-                    rgb[siteAt(grid_, x + 1, r)] =
-                        colourFromGreen<1>(green, mid[x - 1] + mid[x + 1], gh[g - 1] + gh[g + 1], kTop);
-                    rgb[siteAt(grid_, x, r + 1)] =
-                        colourFromGreen<1>(green, up[x] + down[x], ga[g] + gb[g], kTop);
+                    rgb[kGreen] = c;
+                    rgb[rowColours[i & 1]] = colourFromGreen<1>(c, along, gh[g - 1] + gh[g + 1], kTop);
+                    rgb[columnColours[i & 1]] = colourFromGreen<1>(c, across, ga[g] + gb[g], kTop);
                 } else {
                     const int32_t green = gh[g];
-                    rgb[site] = mid[x];
+                    rgb[site] = c;
                     rgb[kGreen] = green;
-                    rgb[2 - site] = colourFromGreen<2>(green, up[x - 1] + up[x + 1] + down[x - 1] + down[x + 1],
-                                                       ga[g - 1] + ga[g + 1] + gb[g - 1] + gb[g + 1], kTop);
+                    rgb[2 - site] =
+                        colourFromGreen<2>(green, diagonal, ga[g - 1] + ga[g + 1] + gb[g - 1] + gb[g + 1], kTop);
                 }
                 T* cand = here.candidate[k] + 3 * i;
                 cand[0] = static_cast<T>(rgb[0]);
@@ -172,29 +187,46 @@ private:
         }
     }
 
+    // The distances of a candidate's terms to one neighbour's.
+    struct Distance {
+        int32_t luma;
+        ChromaDistance<T> chroma;
+    };
+    static PXK_INLINE Distance distance(const Yuv& a, const Yuv& b) {
+        return Distance{lumaDistance(a, b), chromaDistance<T>(a, b)};
+    }
+    static PXK_INLINE int32_t within(const Distance& d, int32_t limitY, ChromaDistance<T> limitC) {
+        return static_cast<int32_t>(d.luma <= limitY) & static_cast<int32_t>(d.chroma <= limitC);
+    }
+
+    // Each distance between horizontal neighbours serves both pixels: the right one of
+    // a pixel is the left one of the next.
     void homogeneity(int32_t r) {
         const AhdSlot<T>& above = slot(r - 1);
         const AhdSlot<T>& here = slot(r);
         const AhdSlot<T>& below = slot(r + 1);
+        const int32_t first = (x0_ - 1) - (x0_ - 2);
+        Distance left[2];
+        for (int k = 0; k < 2; ++k) left[k] = distance(here.yuv[k][first], here.yuv[k][first - 1]);
         for (int32_t x = x0_ - 1; x <= x1_ + 1; ++x) {
             const int32_t i = x - (x0_ - 2);
-            const Yuv* hRow = here.yuv[0];
-            const Yuv* hCol = here.yuv[1];
-            const Yuv& h = hRow[i];
-            const Yuv& w = hCol[i];
-            const int32_t lumaH = maxOf(lumaDistance(h, hRow[i - 1]), lumaDistance(h, hRow[i + 1]));
-            const int32_t lumaW = maxOf(lumaDistance(w, above.yuv[1][i]), lumaDistance(w, below.yuv[1][i]));
-            const int32_t limitY = lumaH < lumaW ? lumaH : lumaW;
-            const int64_t chromaH = maxOf(chromaDistance(h, hRow[i - 1]), chromaDistance(h, hRow[i + 1]));
-            const int64_t chromaW = maxOf(chromaDistance(w, above.yuv[1][i]), chromaDistance(w, below.yuv[1][i]));
-            const int64_t limitC = chromaH < chromaW ? chromaH : chromaW;
-            int32_t counts[2];
+            Distance right[2], upper[2], lower[2];
             for (int k = 0; k < 2; ++k) {
                 const Yuv& c = here.yuv[k][i];
-                const Yuv* around[4] = {&here.yuv[k][i - 1], &here.yuv[k][i + 1], &above.yuv[k][i], &below.yuv[k][i]};
-                int32_t n = 0;
-                for (const Yuv* a : around) n += (lumaDistance(c, *a) <= limitY && chromaDistance(c, *a) <= limitC) ? 1 : 0;
-                counts[k] = n;
+                right[k] = distance(c, here.yuv[k][i + 1]);
+                upper[k] = distance(c, above.yuv[k][i]);
+                lower[k] = distance(c, below.yuv[k][i]);
+            }
+            // The row candidate's limits along the row, the column candidate's along the
+            // column.
+            const int32_t limitY = std::min(std::max(left[0].luma, right[0].luma), std::max(upper[1].luma, lower[1].luma));
+            const ChromaDistance<T> limitC =
+                std::min(std::max(left[0].chroma, right[0].chroma), std::max(upper[1].chroma, lower[1].chroma));
+            int32_t counts[2];
+            for (int k = 0; k < 2; ++k) {
+                counts[k] = within(left[k], limitY, limitC) + within(right[k], limitY, limitC) +
+                            within(upper[k], limitY, limitC) + within(lower[k], limitY, limitC);
+                left[k] = right[k];
             }
             here.difference[x - (x0_ - 1)] = static_cast<int8_t>(counts[0] - counts[1]);
         }
@@ -216,11 +248,6 @@ private:
             for (int k = 0; k < 3; ++k) storeSample(out, k, cand[k]);
             out += 3;
         }
-    }
-
-    template <class N>
-    static N maxOf(N a, N b) {
-        return a < b ? b : a;
     }
 
     Rows rows_;

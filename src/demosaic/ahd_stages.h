@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 #include "frame/simd_inline.h"
 
@@ -40,9 +41,14 @@ PXK_INLINE Yuv yuvOf(int32_t r, int32_t g, int32_t b) {
 
 PXK_INLINE int32_t lumaDistance(const Yuv& a, const Yuv& b) { return a.y > b.y ? a.y - b.y : b.y - a.y; }
 
-// dU * dU + dV * dV, in 64 bits (it passes 32 bits for 16-bit samples).
-PXK_INLINE int64_t chromaDistance(const Yuv& a, const Yuv& b) {
-    const int64_t du = int64_t{a.u} - b.u, dv = int64_t{a.v} - b.v;
+// dU * dU + dV * dV: in 64 bits for 16-bit samples, where it passes 32 bits; for
+// 8-bit samples (|dU|, |dV| below 2^9) 32 bits hold it exactly and give the same value.
+template <class T>
+using ChromaDistance = std::conditional_t<sizeof(T) == 1, int32_t, int64_t>;
+template <class T>
+PXK_INLINE ChromaDistance<T> chromaDistance(const Yuv& a, const Yuv& b) {
+    using D = ChromaDistance<T>;
+    const D du = D{a.u} - b.u, dv = D{a.v} - b.v;
     return du * du + dv * dv;
 }
 

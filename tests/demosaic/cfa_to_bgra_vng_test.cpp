@@ -88,7 +88,8 @@ template <class M>
                                      bool useLong) {
     using T = typename M::T;
     Rng rng(seed);
-    GuardedImage src(demosaictest::geometry<T>(W, H, 1, pxktest::stepFor(plan.src, std::size_t(W) * sizeof(T))));
+    GuardedImage src(demosaictest::geometry<T>(W, H, 1, pxktest::stepFor(plan.src, std::size_t(W) * sizeof(T))),
+                     demosaictest::fencedSource());
     demosaictest::fillMosaic<T>(src, rng);
     const int dw = std::max(1, std::min(roi.width, W)), dh = std::max(1, std::min(roi.height, H));
     GuardedImage dst(demosaictest::geometry<T>(dw, dh, 4, pxktest::stepFor(plan.dst, std::size_t(dw) * 4 * sizeof(T))));

@@ -36,7 +36,8 @@ PxkResult callCfa(const uint16_t* s, PxkRect roi, PxkSize size, int32_t sStep, u
 template <class T>
 ::testing::AssertionResult checkCall(int W, int H, PxkRect roi, int grid, pxktest::StepPlan plan, uint32_t seed) {
     Rng rng(seed);
-    GuardedImage src(demosaictest::geometry<T>(W, H, 1, pxktest::stepFor(plan.src, std::size_t(W) * sizeof(T))));
+    GuardedImage src(demosaictest::geometry<T>(W, H, 1, pxktest::stepFor(plan.src, std::size_t(W) * sizeof(T))),
+                     demosaictest::fencedSource());
     demosaictest::fillMosaic<T>(src, rng);
     const RefRect r = demosaictest::referenceClip(roi.x, roi.y, roi.width, roi.height, W, H);
     const int dw = std::max(r.w, 1), dh = std::max(r.h, 1);

@@ -44,7 +44,8 @@ template <class T>
 ::testing::AssertionResult checkCall(int W, int H, PxkRect roi, int grid, pxktest::StepPlan plan, uint32_t seed,
                                      Outcome* outcome = nullptr) {
     Rng rng(seed);
-    GuardedImage src(demosaictest::geometry<T>(W, H, 1, pxktest::stepFor(plan.src, std::size_t(W) * sizeof(T))));
+    GuardedImage src(demosaictest::geometry<T>(W, H, 1, pxktest::stepFor(plan.src, std::size_t(W) * sizeof(T))),
+                     demosaictest::fencedSource());
     demosaictest::fillMosaic<T>(src, rng);
     const int rx = std::max(roi.x, 0), ry = std::max(roi.y, 0);
     int rw = roi.width, rh = roi.height;

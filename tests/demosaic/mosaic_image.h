@@ -61,6 +61,15 @@ void fillMosaic(pxktest::GuardedImage& img, pxktest::Rng& rng) {
     img.snapshot();
 }
 
+// A source whose highest byte is the last of its allocation, followed by a page that
+// cannot be read: a call that reads past the image faults.
+inline pxktest::GuardOptions fencedSource() {
+    pxktest::GuardOptions options;
+    options.after = 0;
+    options.fenceAfter = true;
+    return options;
+}
+
 template <class T>
 pxktest::ImageGeometry geometry(int width, int height, int channels, int step) {
     pxktest::ImageGeometry g;
