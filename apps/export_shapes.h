@@ -188,6 +188,8 @@ PxkResult mosaicToPackedWithBuffer(MosaicToPackedWithBuffer<T> f, const Image& s
     if (work.size() < 3 * static_cast<size_t>(step)) work.resize(3 * static_cast<size_t>(step));
     return f(reinterpret_cast<const T*>(s.data()), PxkRect{0, 0, s.width(), s.height()}, regionOf(s), s.step(),
              reinterpret_cast<T*>(d.data()), d.step(), pxkBayerBGGR, work.data(), step);
+}
+
 // ---- YCoCg, tone mapping, 12-bit packing: samples of any type ----
 
 // Packed rows into three planes with one step, the sample types taken from the export.
@@ -214,6 +216,8 @@ PxkResult rowsWidthHeight(PxkResult (*f)(const S*, int32_t, D*, int32_t, int32_t
                           Image& d) {
     return f(reinterpret_cast<const S*>(s.data()), s.step(), reinterpret_cast<D*>(d.data()), d.step(), s.width(),
              s.height());
+}
+
 // ---- samples of any type, in place or not (the gamma members) ----
 // The images' bytes are taken as samples of the export's type T; the float members'
 // trailing (vMin, vMax) are given the unit range. The in-place forms first copy the
