@@ -76,6 +76,26 @@ int lookUpBytes(const Image& s, Image& d) {
     }
 }
 
+// Float image to bytes by one scale from the image: the largest sample (Linear) or
+// twice the mean (Mean), then convertTo, which rounds where ours truncates.
+template <bool FromMean>
+int scaleToBytes(const Image& s, Image& d) {
+    try {
+        const cv::Mat src(s.height(), s.width(), CV_32FC1, const_cast<uint8_t*>(s.data()), static_cast<size_t>(s.step()));
+        cv::Mat dst(d.height(), d.width(), CV_8UC1, d.data(), static_cast<size_t>(d.step()));
+        double level = 0.0;
+        if (FromMean) {
+            level = 2.0 * cv::mean(src)[0];
+        } else {
+            cv::minMaxLoc(src, nullptr, &level);
+        }
+        src.convertTo(dst, CV_8U, level > 0.0 ? 255.0 / level : 0.0);
+        return dst.data == d.data() ? 0 : -1;
+    } catch (const cv::Exception&) {
+        return -1;
+    }
+}
+
 }  // namespace
 
 std::vector<Case> openCvCases() {
@@ -175,6 +195,13 @@ std::vector<Case> openCvCases() {
         {"opencv/LUT_8UC4", Layout::AC4, Layout::AC4, Content::Rgb, lookUpBytes,
          {"pxkiGammaFwd_8u_AC4R", "pxkiGammaInv_8u_AC4R", "pxkiGammaFwd_8u_AC4IR", "pxkiGammaInv_8u_AC4IR"},
          "one table for all four bytes (alpha is looked up too)"},
+        // tone mapping
+        {"opencv/minMaxLoc+convertTo_32F8U", Layout::F32, Layout::C1, Content::Light, scaleToBytes<false>,
+         {"pxkiToneMapLinear_32f8u_C1R"},
+         "level from the largest sample; rounds instead of truncating"},
+        {"opencv/mean+convertTo_32F8U", Layout::F32, Layout::C1, Content::Light, scaleToBytes<true>,
+         {"pxkiToneMapMean_32f8u_C1R"},
+         "level from twice the mean; rounds instead of truncating"},
     };
 }
 #else

@@ -710,6 +710,9 @@ PXKCC_API PxkResult pxkiCFAToBGRA_VNG_16u_C1C4R(const uint16_t* pSrc, PxkRect sr
  * pxkiRGBToYCoCg_8u_C3P3R (red first) stores Y, Co + 128 and Cg + 128, each at most
  * 255; pxkiYCoCgToRGB_8u_P3C3R computes R = Y + Co' - Cg', G = Y + Cg' - 128,
  * B = 128 - Co' + Y - Cg' + 128, each saturated to 0..255.
+ * The 16s32s forward members write planes of more than 524288 bytes, all three
+ * plane pointers and dstStep multiples of 16, with streaming stores (then a store
+ * fence); the bytes are the same.
  * Checks: every pointer and each of the three plane entries (pxkErrNullPtr), then,
  * in the members marked [size], a width or height below 1 (pxkErrSize). The other
  * members return pxkOk for a width or height below 1 and write nothing. */

@@ -243,8 +243,25 @@ struct PlanesIn {
     }
 };
 
-// 8-bit planes saturate each value to 0..255.
-template <class S>
+// Streaming stores of whole 16-byte chunks, each at a multiple of 16, past the cache
+// (for 32-bit planes too large to stay in it). The caller fences after the region.
+struct StreamingMemory {
+    template <class V, int Stride>
+    PXK_INLINE static void storeLanes(uint8_t* p, V v) {
+        if constexpr (sizeof(V) == 16) {
+            _mm_stream_si128(reinterpret_cast<__m128i*>(p), v);
+#if defined(PXKCC_TARGET_AVX2)
+        } else {
+            _mm_stream_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(v));
+            _mm_stream_si128(reinterpret_cast<__m128i*>(p + Stride), _mm256_extracti128_si256(v, 1));
+#endif
+        }
+    }
+};
+
+// 8-bit planes saturate each value to 0..255. Memory (vec::UnalignedMemory, or
+// StreamingMemory) stores the 32-bit planes.
+template <class S, class Memory = vec::UnalignedMemory>
 struct PlanesOut {
     static constexpr int kPlanes = 3;
     static constexpr int kBytes = static_cast<int>(sizeof(S));
@@ -262,8 +279,8 @@ struct PlanesOut {
             } else if constexpr (sizeof(S) == 2) {
                 storeLanes<V, 16>(p, g.c[i][0]);
             } else {
-                storeLanes<V, 32>(p, g.c[i][0]);
-                storeLanes<V, 32>(p + 16, g.c[i][kParts - 1]);
+                Memory::template storeLanes<V, 32>(p, g.c[i][0]);
+                Memory::template storeLanes<V, 32>(p + 16, g.c[i][kParts - 1]);
             }
         }
     }

@@ -148,3 +148,29 @@ TEST(YCoCgSizeCheck, ExactlyTheseMembersTestTheSize) {
 }
 
 }  // namespace
+
+namespace {
+
+// 32-bit planes of more than 524288 bytes: with every plane and the step on a multiple
+// of 16 they are written past the cache, otherwise normally; the bytes are the same.
+TEST(YCoCgLargePlanes, ThirtyTwoBitPlanesAlignedOrNot) {
+    for (const char* name : {"SBGRToYCoCg_16s32s_C3P3R", "SBGRToYCoCg_16s32s_C4P3R", "SBGRToYCoCg_Rev_16s32s_C3P3R",
+                             "SBGRToYCoCg_Rev_16s32s_C4P3R"}) {
+        const MemberInfo& m = member(name);
+        for (size_t misalign : {size_t(0), size_t(4)}) {
+            for (int width : {256, 259}) {
+                const int height = 181;
+                Rng rng(seedFor(name, {uint32_t(misalign), uint32_t(width)}));
+                GuardOptions dstOpt;
+                dstOpt.misalign = misalign;
+                CallSides s = buildSides(m, width, height, int(packedRowBytes(m, width)), 16 * ((width * 4 + 15) / 16),
+                                         {}, dstOpt, rng);
+                const bool aligned = reinterpret_cast<std::uintptr_t>(s.dst.planes()[1]) % 16 == 0;
+                EXPECT_EQ(aligned, misalign == 0) << "the guarded planes start on a multiple of 16";
+                EXPECT_TRUE(callAndCompare(m, s, 0)) << name << " misaligned by " << misalign << ", width " << width;
+            }
+        }
+    }
+}
+
+}  // namespace
