@@ -12,6 +12,13 @@ const std::vector<std::string>& floatModeTableEntries() {
         "pxkiRGBToYCbCr420_8u_C4P2R",
         // v210: the matrix works in single precision.
         "pxkiYUV422v210To*",
+        // Gamma on floats: the scale into and out of the caller's range around the power.
+        "pxkiGamma*_32f_*",
+        // Tone maps: the scale from the image's level, in floats.
+        "pxkiToneMap*",
+        // Demosaicing by gradients: the threshold and the channels' scale, rounded by the
+        // current mode.
+        "pxkiCFAToBGRA_VNG_*",
     };
     return entries;
 }
