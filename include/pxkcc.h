@@ -816,16 +816,17 @@ PXKCC_API PxkResult pxkiUnpack_12u16u_C1R(const uint8_t* pSrc, int32_t srcStep, 
  * 8u of 1 is 4, of 2 is 9; inverse 8u of 4 is 1; forward 16u of 1179 is 5306, of 1180
  * is 5326).
  *
- * 32f: the curve over the range [vMin, vMax], with range = vMax - vMin, t = x - vMin:
- * forward 0.018 > t / range gives t * 4.5 + vMin, else
- * ((t / range)^0.45 * 1.099 - 0.099) * range + vMin; inverse t / range < 0.0812 gives
+ * 32f: the curve over the range [vMin, vMax], with range = vMax - vMin, r = 1 / range,
+ * t = x - vMin: forward 0.018 > r * t gives t * 4.5 + vMin, else
+ * ((r * t)^0.45 * 1.099 - 0.099) * range + vMin; inverse r * t < 0.0812 gives
  * t * 0.222222224 + vMin, else p * range + vMin in the AC4 members and p + vMin in the
- * C3 and planar members (not scaled by the range), p = ((t / range + 0.099) *
- * 0.909918129)^2.22222233. Samples are not clamped. First of all checks, a range whose
- * vMax - vMin is not above 0 gives pxkErrRange (a NaN difference passes); then
- * pointers, size, steps. The division by the range is a multiplication by its
- * reciprocal, a float in forward C3R, C3IR, AC4R and inverse C3R, C3IR, and a double
- * in the others. */
+ * C3 and planar members (not scaled by the range), p = ((t * r + 0.099) *
+ * 0.909918129)^2.22222233. Samples are not clamped. r is a float in forward C3R, C3IR,
+ * AC4R and inverse C3R, C3IR, and a double in the others (where r * t and the power's
+ * argument are worked and compared in double). The power is correctly rounded but for
+ * values within a hair of a tie; the rest is float arithmetic in the order written, by
+ * the caller's rounding mode. First of all checks, a range whose vMax - vMin is not
+ * above 0 gives pxkErrRange (a NaN difference passes); then pointers, size, steps. */
 PXKCC_API PxkResult pxkiGammaFwd_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
                                      PxkSize roiSize);
 PXKCC_API PxkResult pxkiGammaFwd_8u_C3IR(uint8_t* pSrcDst, int32_t srcDstStep, PxkSize roiSize);

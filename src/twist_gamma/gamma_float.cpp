@@ -15,6 +15,10 @@
 // Samples are converted one at a time and independently: the blocks (128 pixels of an
 // AC4 or C3 row, 384 samples of a plane row) only batch the vector routine's calls, so
 // that its set-up is paid once a block; the last, shorter block gets the same formula.
+// Each block makes its three steps (t = x - vMin, the power and the branch, adding
+// vMin) in stack buffers and writes the destination once, instead of passing over the
+// destination row three times: the values are the same, a vMin of 0 needs no copy, and
+// in place or not the source is read before its block is written.
 #include <cstddef>
 
 #include "frame/checks.h"

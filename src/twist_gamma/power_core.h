@@ -144,26 +144,39 @@ PXK_INLINE D pow2FromBiased(D s) {
     return vec::doublesOf(vec::slli64<52>(vec::bitsOfD(s)));
 }
 
-template <class D>
-PXK_INLINE D hornerSeries(const double* a, int last, D x) {
-    D p = splat<D>(a[last]);
-    for (int n = last - 1; n >= 0; --n) p = addD(mulD(p, x), splat<D>(a[n]));
-    return p;
+// p[k] = a[0] + x[k] * (a[1] + ... + x[k] * a[last]) for K values at once: each step
+// of the series is taken for all K before the next, so that K independent chains of
+// operations run side by side.
+template <class D, int K>
+PXK_INLINE void hornerSeries(const double* a, int last, const D (&x)[K], D (&p)[K]) {
+    PXK_UNROLL
+    for (int k = 0; k < K; ++k) p[k] = splat<D>(a[last]);
+    for (int n = last - 1; n >= 0; --n) {
+        PXK_UNROLL
+        for (int k = 0; k < K; ++k) p[k] = addD(mulD(p[k], x[k]), splat<D>(a[n]));
+    }
 }
 
-// x^y from the parts of x (m, c, base as above), in double.
-template <class D>
-PXK_INLINE D powerOfParts(D m, D c, D base, double y) {
-    const D r = subD(mulD(m, c), splat<D>(1.0));
-    const D log2x = addD(base, mulD(r, hornerSeries(kLogSeries.a, 6, r)));
-    D t = mulD(splat<D>(y), log2x);
-    t = minD(maxD(t, splat<D>(-160.0)), splat<D>(130.0));
+// out[k] = x^y for K values (or vectors) of x given by their parts (m, c, base as
+// above), in double.
+template <class D, int K>
+PXK_INLINE void powerOfParts(const D (&m)[K], const D (&c)[K], const D (&base)[K], double y, D (&out)[K]) {
     const double kRound = 6755399441055744.0;  // 1.5 * 2^52
-    const D s = addD(t, splat<D>(kRound));
-    const D n = subD(s, splat<D>(kRound));
-    const D f = subD(t, n);
-    const D scale = pow2FromBiased(addD(s, splat<D>(1023.0)));
-    return mulD(hornerSeries(kExpSeries.a, 12, f), scale);
+    D r[K], series[K], t[K], s[K];
+    PXK_UNROLL
+    for (int k = 0; k < K; ++k) r[k] = subD(mulD(m[k], c[k]), splat<D>(1.0));
+    hornerSeries(kLogSeries.a, 6, r, series);
+    PXK_UNROLL
+    for (int k = 0; k < K; ++k) {
+        const D log2x = addD(base[k], mulD(r[k], series[k]));
+        t[k] = minD(maxD(mulD(splat<D>(y), log2x), splat<D>(-160.0)), splat<D>(130.0));
+        s[k] = addD(t[k], splat<D>(kRound));
+        // f = t - N, N = s - 1.5 * 2^52: t rounded to an integer.
+        r[k] = subD(t[k], subD(s[k], splat<D>(kRound)));
+    }
+    hornerSeries(kExpSeries.a, 12, r, series);
+    PXK_UNROLL
+    for (int k = 0; k < K; ++k) out[k] = mulD(series[k], pow2FromBiased(addD(s[k], splat<D>(1023.0))));
 }
 
 // True for the bits of a positive, normal, finite float: the elements that take the

@@ -17,7 +17,10 @@ float pxkScalarPowf(float x, float y) {
         return static_cast<float>(std::pow(static_cast<double>(x), static_cast<double>(y)));
     }
     const power::PowerArgument a = power::splitArgument(bits);
-    return static_cast<float>(power::powerOfParts(a.m, a.c, a.base, static_cast<double>(y)));
+    const double m[1] = {a.m}, c[1] = {a.c}, base[1] = {a.base};
+    double result[1];
+    power::powerOfParts(m, c, base, static_cast<double>(y), result);
+    return static_cast<float>(result[0]);
 }
 
 }  // namespace pxk

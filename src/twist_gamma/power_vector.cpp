@@ -137,10 +137,17 @@ void generalGroup(const float* src, float y, float* dst, int32_t count) {
         c[j] = a.c;
         base[j] = a.base;
     }
-    for (int32_t j = 0; j < kGroup; j += kDoubleLanes) {
-        vec::storeNarrowedD(out + j, power::powerOfParts(vec::loadD<D>(m + j), vec::loadD<D>(c + j),
-                                                         vec::loadD<D>(base + j), static_cast<double>(y)));
+    constexpr int kVectors = kGroup / kDoubleLanes;
+    D mv[kVectors], cv[kVectors], bv[kVectors], result[kVectors];
+    PXK_UNROLL
+    for (int k = 0; k < kVectors; ++k) {
+        mv[k] = vec::loadD<D>(m + k * kDoubleLanes);
+        cv[k] = vec::loadD<D>(c + k * kDoubleLanes);
+        bv[k] = vec::loadD<D>(base + k * kDoubleLanes);
     }
+    power::powerOfParts(mv, cv, bv, static_cast<double>(y), result);
+    PXK_UNROLL
+    for (int k = 0; k < kVectors; ++k) vec::storeNarrowedD(out + k * kDoubleLanes, result[k]);
     if (marks != 0) {
         for (int32_t j = 0; j < count; ++j) {
             if (marks & (1u << j)) out[j] = fallback(x[j], y);
