@@ -39,6 +39,11 @@ using PlanarStepsToPlanar = PxkResult (*)(const uint8_t* const[3], const int32_t
                                           PxkSize);
 using PlanarToPackedTight = PxkResult (*)(const uint8_t* const[3], uint8_t*, PxkSize);
 using WordsToWords = PxkResult (*)(const uint32_t*, int32_t, uint16_t*, int32_t, PxkSize);
+// Chroma layouts: planes with a step each beside a Y plane and a plane of chroma pairs.
+using TwoPlanesToPlanarSteps = PxkResult (*)(const uint8_t*, int32_t, const uint8_t*, int32_t, uint8_t* const[3],
+                                             const int32_t[3], PxkSize);
+using PlanarStepsToTwoPlanes = PxkResult (*)(const uint8_t* const[3], const int32_t[3], uint8_t*, int32_t, uint8_t*,
+                                             int32_t, PxkSize);
 
 template <class Image>
 PxkSize regionOf(const Image& image) {
@@ -152,6 +157,17 @@ PxkResult planarStepsToPlanar(PlanarStepsToPlanar f, const Image& s, Image& d) {
 template <class Image>
 PxkResult planarToPackedTight(PlanarToPackedTight f, const Image& s, Image& d) {
     return f(s.planes(), d.data(), regionOf(s));
+}
+
+// Chroma layouts: a Y plane and a plane of chroma pairs to three planes, and back.
+template <class Image>
+PxkResult twoPlanesToPlanarSteps(TwoPlanesToPlanarSteps f, const Image& s, Image& d) {
+    return f(s.planes()[0], s.steps()[0], s.planes()[1], s.steps()[1], d.planes(), d.steps(), regionOf(s));
+}
+
+template <class Image>
+PxkResult planarStepsToTwoPlanes(PlanarStepsToTwoPlanes f, const Image& s, Image& d) {
+    return f(s.planes(), s.steps(), d.planes()[0], d.steps()[0], d.planes()[1], d.steps()[1], regionOf(s));
 }
 
 // ---- one function per export: export given at compile time ----

@@ -143,6 +143,18 @@ const std::vector<Export>& ourExports() {
         PXK_ROW(pxkiYUV422v210ToBGR_709HDTV_32u16u_C3, V210, W16, Rgb, wordsToWords),
         PXK_ROW(pxkiYUV422v210ToRGB_709HDTV_32u16u_C3, V210, W16, Rgb, wordsToWords),
         PXK_ROW(pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1, V210, W16, Rgb, wordsToWords),
+        // Chroma layouts (P2 here is a Y plane and a plane of chroma pairs; 4:1:1 uses it too)
+        PXK_ROW(pxkiYCbCr422_8u_C2P3R, C2, P422, YCbCr, packedToPlanarSteps),
+        PXK_ROW(pxkiYCbCr422_8u_P3C2R, P422, C2, YCbCr, planarStepsToPacked),
+        PXK_ROW(pxkiYCrCb422ToYCbCr422_8u_C2P3R, C2, P422, YCbCr, packedToPlanarSteps),
+        PXK_ROW(pxkiYCbCr422ToYCrCb422_8u_C2R, C2, C2, YCbCr, packedToPacked),
+        PXK_ROW(pxkiYCbCr422ToYCrCb422_8u_P3C2R, P422, C2, YCbCr, planarStepsToPacked),
+        PXK_ROW(pxkiYCbCr420_8u_P2P3R, P2, P420, YCbCr, twoPlanesToPlanarSteps),
+        PXK_ROW(pxkiYCbCr420_8u_P3P2R, P420, P2, YCbCr, planarStepsToTwoPlanes),
+        PXK_ROW(pxkiYCbCr420ToYCrCb420_8u_P2P3R, P2, P420, YCbCr, twoPlanesToPlanarSteps),
+        PXK_ROW(pxkiYCrCb420ToYCbCr420_8u_P3P2R, P420, P2, YCbCr, planarStepsToTwoPlanes),
+        PXK_ROW(pxkiYCbCr411_8u_P2P3R, P2, P411, YCbCr, twoPlanesToPlanarSteps),
+        PXK_ROW(pxkiYCbCr411_8u_P3P2R, P411, P2, YCbCr, planarStepsToTwoPlanes),
     };
     return table;
 }

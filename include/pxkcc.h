@@ -604,6 +604,63 @@ PXKCC_API PxkResult pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1(const uint32_t* pSr
                                                              uint16_t* pDst, int32_t dstStep,
                                                              PxkSize roiSize);
 
+/* ------------------------------------------------------------------------ */
+/* Chroma layouts: packed 4:2:2, planes, luma beside chroma pairs            */
+/* ------------------------------------------------------------------------ */
+/* Changes of layout within one chroma sampling; every output byte is one input
+ * byte. C2: packed pixel pairs Y0 Cb Y1 Cr (YCrCb: Y0 Cr Y1 Cb); P3: planes Y, then
+ * the chroma planes in the name's order, each with its own step (step arrays);
+ * P2: a Y plane and a plane of chroma pairs (Cb then Cr), each with a step.
+ * Chroma planes: 4:2:2 width/2 x height, 4:2:0 width/2 x height/2, 4:1:1
+ * width/4 x height. Luma rows between planes go through a row copier (411 P3P2R:
+ * non-temporal stores above 348602 pixels); the C2 destinations of the
+ * 422ToYCrCb422 members use non-temporal stores when (sum of all steps) x height
+ * exceeds 524288 bytes and the destination and its step are multiples of 16.
+ * Odd sizes are cut silently (pxkOk): the width to even (411: a multiple of 4),
+ * the height of 4:2:0 to even; cut columns and rows are left unwritten.
+ * Least sizes: 4:2:2 width 2 x height 1; 4:2:0 2 x 2; 4:1:1 width 4. The
+ * 422ToYCrCb422 and 411 members have no height test: a height of 0 or below
+ * returns pxkOk and writes nothing.
+ * Checks: pointers (arrays, their entries, step arrays), then the size. Members
+ * that differ:
+ *   YCrCb422ToYCbCr422_8u_C2P3R does not test pDstStep. When pSrc, pDst[0],
+ *     srcStep and pDstStep[0] are multiples of 16 and bits 1 to 3 of the width
+ *     are clear, it takes byte 1 of each pair into pDst[1] and byte 3 into
+ *     pDst[2] (no exchange); otherwise byte 3 into pDst[1], byte 1 into pDst[2].
+ *   YCbCr420ToYCrCb420_8u_P2P3R exchanges nothing: byte 0 of each chroma pair
+ *     goes to pDst[1], byte 1 to pDst[2], as in YCbCr420_8u_P2P3R.
+ *   YCbCr411_8u_P2P3R does not test the pDst array pointer, only its entries. */
+PXKCC_API PxkResult pxkiYCbCr422_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                          const int32_t dstStep[3], PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                          uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb422ToYCbCr422_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToYCrCb422_8u_C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                                  int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToYCrCb422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                          int32_t srcCbCrStep, uint8_t* const pDst[3],
+                                          const int32_t dstStep[3], PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                          uint8_t* pDstY, int32_t dstYStep, uint8_t* pDstCbCr,
+                                          int32_t dstCbCrStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToYCrCb420_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep,
+                                                    const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb420ToYCbCr420_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDstY, int32_t dstYStep, uint8_t* pDstCbCr,
+                                                    int32_t dstCbCrStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                          int32_t srcCbCrStep, uint8_t* const pDst[3],
+                                          const int32_t dstStep[3], PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                          uint8_t* pDstY, int32_t dstYStep, uint8_t* pDstCbCr,
+                                          int32_t dstCbCrStep, PxkSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif
