@@ -74,6 +74,26 @@ using PlanesToTwoPlanes = int (*)(const uint8_t*, int, const uint8_t*, int, cons
 using TwoPlanesToPlanes = int (*)(const uint8_t*, int, const uint8_t*, int, uint8_t*, int, uint8_t*, int, uint8_t*,
                                   int, int, int);
 
+using PlanesToPlanes = int (*)(const uint8_t*, int, const uint8_t*, int, const uint8_t*, int, uint8_t*, int,
+                               uint8_t*, int, uint8_t*, int, int, int);
+using PackedToTwoPlanes = int (*)(const uint8_t*, int, uint8_t*, int, uint8_t*, int, int, int);
+
+template <PlanesToPlanes F>
+int planesToPlanes(const Image& s, Image& d) {
+    const uint8_t* const* p = s.planes();
+    const int32_t* st = s.steps();
+    uint8_t* const* q = d.planes();
+    const int32_t* dt = d.steps();
+    return F(p[0], st[0], p[1], st[1], p[2], st[2], q[0], dt[0], q[1], dt[1], q[2], dt[2], s.width(), s.height());
+}
+
+template <PackedToTwoPlanes F>
+int packedToTwoPlanes(const Image& s, Image& d) {
+    uint8_t* const* q = d.planes();
+    const int32_t* dt = d.steps();
+    return F(s.data(), s.step(), q[0], dt[0], q[1], dt[1], s.width(), s.height());
+}
+
 template <PlanesToTwoPlanes F>
 int planesToTwoPlanes(const Image& s, Image& d) {
     const uint8_t* const* p = s.planes();
@@ -252,6 +272,33 @@ std::vector<Case> libyuvCases() {
                     planesToTwoPlanes<libyuv::I420ToNV12>,
                     {"pxkiYCbCr420_8u_P3P2R", "pxkiYCrCb420ToYCbCr420_8u_P3P2R"},
                     "same byte moves"});
+    addBoth(cases, {"libyuv/YUY2ToI420", Layout::C2, Layout::P420, Content::YCbCr, toPlanes<libyuv::YUY2ToI420>,
+                    {"pxkiYCbCr422ToYCbCr420_8u_C2P3R", "pxkiYCbCr422ToYCrCb420_8u_C2P3R",
+                     "pxkiYCrCb422ToYCbCr420_8u_C2P3R"},
+                    "same byte moves"});
+    addBoth(cases, {"libyuv/YUY2ToNV12", Layout::C2, Layout::P2, Content::YCbCr,
+                    packedToTwoPlanes<libyuv::YUY2ToNV12>,
+                    {"pxkiYCbCr422ToYCbCr420_8u_C2P2R", "pxkiYCbCr422ToYCrCb420_8u_C2P2R"},
+                    "same byte moves"});
+    addBoth(cases, {"libyuv/I422ToI420", Layout::P422, Layout::P420, Content::YCbCr,
+                    planesToPlanes<libyuv::I422ToI420>, {"pxkiYCbCr422ToYCbCr420_8u_P3R"},
+                    "same byte moves"});
+    addBoth(cases, {"libyuv/I420ToI422", Layout::P420, Layout::P422, Content::YCbCr,
+                    planesToPlanes<libyuv::I420ToI422>,
+                    {"pxkiYCbCr420ToYCbCr422_8u_P3R", "pxkiYCrCb420ToYCbCr422_8u_P3R"}, "same byte moves"});
+    addBoth(cases, {"libyuv/I420ToYUY2", Layout::P420, Layout::C2, Content::YCbCr, fromPlanes<libyuv::I420ToYUY2>,
+                    {"pxkiYCrCb420ToYCbCr422_8u_P3C2R"}, "same byte moves"});
+    addBoth(cases, {"libyuv/UYVYToI420", Layout::C2, Layout::P420, Content::YCbCr, toPlanes<libyuv::UYVYToI420>,
+                    {"pxkiCbYCr422ToYCbCr420_8u_C2P3R", "pxkiCbYCr422ToYCrCb420_8u_C2P3R"}, "same byte moves"});
+    addBoth(cases, {"libyuv/UYVYToNV12", Layout::C2, Layout::P2, Content::YCbCr,
+                    packedToTwoPlanes<libyuv::UYVYToNV12>, {"pxkiCbYCr422ToYCbCr420_8u_C2P2R"},
+                    "same byte moves"});
+    addBoth(cases, {"libyuv/UYVYToI422", Layout::C2, Layout::P422, Content::YCbCr, toPlanes<libyuv::UYVYToI422>,
+                    {"pxkiCbYCr422ToYCbCr422_8u_C2P3R"}, "same byte moves"});
+    addBoth(cases, {"libyuv/I422ToUYVY", Layout::P422, Layout::C2, Content::YCbCr, fromPlanes<libyuv::I422ToUYVY>,
+                    {"pxkiYCbCr422ToCbYCr422_8u_P3C2R"}, "same byte moves"});
+    addBoth(cases, {"libyuv/I420ToUYVY", Layout::P420, Layout::C2, Content::YCbCr, fromPlanes<libyuv::I420ToUYVY>,
+                    {"pxkiYCrCb420ToCbYCr422_8u_P3C2R"}, "same byte moves"});
     return cases;
 }
 #else

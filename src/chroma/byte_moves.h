@@ -99,7 +99,7 @@ PXK_INLINE V swapOddBytesOfQuads(V v) {
 // Interleaved pairs to two rows: a[i] = src[2i], b[i] = src[2i + 1], for n pairs.
 // With KeepA (KeepB) false that row is neither written nor needed.
 // ---------------------------------------------------------------------------------
-template <bool KeepA = true, bool KeepB = true>
+template <bool KeepA = true, bool KeepB = true, class Stores = PlainStores>
 PXK_INLINE void unzipPairs(const uint8_t* src, uint8_t* a, uint8_t* b, int32_t n) {
     forBlocks<16>(
         n,
@@ -107,8 +107,8 @@ PXK_INLINE void unzipPairs(const uint8_t* src, uint8_t* a, uint8_t* b, int32_t n
             using V = decltype(tag);
             V even, odd;
             simd::unzipBytes(vec::loadLanes<V, 32>(src + 2 * i), vec::loadLanes<V, 32>(src + 2 * i + 16), even, odd);
-            if (KeepA) vec::storeLanes<V, 16>(a + i, even);
-            if (KeepB) vec::storeLanes<V, 16>(b + i, odd);
+            if (KeepA) Stores::template store<V, 16>(a + i, even);
+            if (KeepB) Stores::template store<V, 16>(b + i, odd);
         },
         [&](int32_t i) {
             if (KeepA) a[i] = src[2 * i];
@@ -139,8 +139,9 @@ PXK_INLINE void zipPairs(const uint8_t* a, const uint8_t* b, uint8_t* dst, int32
 
 // Packed pixel pairs (four bytes: luma at bytes LumaByte and LumaByte + 2, chroma in
 // the other two) to a luma row and two chroma rows: c0 takes the first chroma byte of
-// each pair, c1 the second, for n pairs.
-template <int LumaByte>
+// each pair, c1 the second, for n pairs. With KeepLuma false only the chroma rows are
+// written.
+template <int LumaByte, bool KeepLuma = true>
 PXK_INLINE void unzipPackedPairs(const uint8_t* src, uint8_t* y, uint8_t* c0, uint8_t* c1, int32_t n) {
     constexpr int kChroma = 1 - LumaByte;
     forBlocks<16>(
@@ -151,8 +152,10 @@ PXK_INLINE void unzipPackedPairs(const uint8_t* src, uint8_t* y, uint8_t* c0, ui
             V e0, o0, e1, o1;
             simd::unzipBytes(vec::loadLanes<V, 64>(p), vec::loadLanes<V, 64>(p + 16), e0, o0);
             simd::unzipBytes(vec::loadLanes<V, 64>(p + 32), vec::loadLanes<V, 64>(p + 48), e1, o1);
-            vec::storeLanes<V, 32>(y + 2 * i, LumaByte == 0 ? e0 : o0);
-            vec::storeLanes<V, 32>(y + 2 * i + 16, LumaByte == 0 ? e1 : o1);
+            if (KeepLuma) {
+                vec::storeLanes<V, 32>(y + 2 * i, LumaByte == 0 ? e0 : o0);
+                vec::storeLanes<V, 32>(y + 2 * i + 16, LumaByte == 0 ? e1 : o1);
+            }
             V first, second;
             simd::unzipBytes(LumaByte == 0 ? o0 : e0, LumaByte == 0 ? o1 : e1, first, second);
             vec::storeLanes<V, 16>(c0 + i, first);
@@ -160,8 +163,10 @@ PXK_INLINE void unzipPackedPairs(const uint8_t* src, uint8_t* y, uint8_t* c0, ui
         },
         [&](int32_t i) {
             const uint8_t* p = src + 4 * i;
-            y[2 * i] = p[LumaByte];
-            y[2 * i + 1] = p[LumaByte + 2];
+            if (KeepLuma) {
+                y[2 * i] = p[LumaByte];
+                y[2 * i + 1] = p[LumaByte + 2];
+            }
             c0[i] = p[kChroma];
             c1[i] = p[kChroma + 2];
         });

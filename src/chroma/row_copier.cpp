@@ -48,7 +48,7 @@ bool streamingAllowed(const uint8_t* src, const uint8_t* dst) {
     return low < 0xFEC0u || low > 0xFFF0u;
 }
 
-void copyRow(const uint8_t* src, uint8_t* dst, std::size_t bytes, bool nonTemporal) {
+void copyRow(const uint8_t* src, uint8_t* dst, std::size_t bytes, bool nonTemporal, bool addressTest) {
     bool streamed = false;
     if (bytes >= 64) {
         _mm_storeu_si128(reinterpret_cast<__m128i*>(dst), load16(src));
@@ -60,7 +60,7 @@ void copyRow(const uint8_t* src, uint8_t* dst, std::size_t bytes, bool nonTempor
         bytes -= skip;
         const std::size_t rounds = bytes / 64;
         bytes %= 64;
-        if (nonTemporal && streamingAllowed(src, dst)) {
+        if (nonTemporal && (!addressTest || streamingAllowed(src, dst))) {
             copyRounds<true>(src, dst, rounds);
             streamed = true;
         } else {

@@ -19,7 +19,9 @@ bool streamingAllowed(const uint8_t* src, const uint8_t* dst);
 // the target; whatever is left goes 8, 4, 2 and 1 bytes at a time. With
 // `nonTemporal` set (and streamingAllowed) the rounds use non-temporal stores and the
 // copy ends with a store fence.
-void copyRow(const uint8_t* src, uint8_t* dst, std::size_t bytes, bool nonTemporal);
+// `addressTest` false streams whatever the addresses (the plane copy of the vertical
+// resampling members does not make the test).
+void copyRow(const uint8_t* src, uint8_t* dst, std::size_t bytes, bool nonTemporal, bool addressTest = true);
 
 // Copies `rows` rows of `bytes` bytes, each side advancing by its own signed step.
 void copyRows(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, std::size_t bytes, int32_t rows,

@@ -72,6 +72,14 @@ struct Member {
     // The destination side the member writes for these arguments, where it depends on
     // them (the aligned kernel of one member); the table's side otherwise.
     std::function<Side(const Args&)> dstFor = nullptr;
+    // A reference of the member's own (given the region before any cut), in place of
+    // the sampling model; and the heights its sweep takes, where they differ.
+    std::function<void(Surface& src, Surface& dst, int w, int h)> reference = nullptr;
+    std::vector<int> heights = {};
+    // The status of a call that passes the checks, where it is not always pxkOk.
+    std::function<PxkResult(int w, int h)> status = nullptr;
+    // Sizes the member accepts, where that is more than least sizes.
+    std::function<bool(int w, int h)> validSize = nullptr;
 };
 
 // gtest prints a parameter by this, not as raw bytes.
@@ -87,7 +95,8 @@ inline const Member& memberNamed(const std::vector<Member>& list, const std::str
 inline PxkResult expectedStatus(const Member& m, int w, int h) {
     if (w < m.minWidth) return pxkErrSize;
     if (m.minHeight != kNoHeightTest && h < m.minHeight) return pxkErrSize;
-    return pxkOk;
+    if (m.validSize && !m.validSize(w, h)) return pxkErrSize;
+    return m.status ? m.status(w, h) : pxkOk;
 }
 
 // The region of a call after the member's cuts (nothing where it converts nothing).
@@ -110,7 +119,9 @@ inline ::testing::AssertionResult runOnce(const Member& m, int w, int h, StepKin
     Surface expected = dst.clone();
     Args args(src, dst, PxkSize{w, h});
     const PxkResult want = expectedStatus(m, w, h);
-    if (want == pxkOk) {
+    if (want >= 0 && m.reference) {
+        m.reference(src, expected, w, h);
+    } else if (want >= 0) {
         int cw = 0, ch = 0;
         cutRegion(m, w, h, &cw, &ch);
         const Side d = m.dstFor ? m.dstFor(args) : m.dst;
@@ -129,7 +140,7 @@ inline std::vector<int> heightsFor(int width) {
 // Every width of the sweep, several heights, every plan of steps.
 inline void sweepAgainstReference(const Member& m) {
     for (int w : pxktest::sweepWidths()) {
-        for (int h : heightsFor(w)) {
+        for (int h : m.heights.empty() ? heightsFor(w) : m.heights) {
             for (const pxktest::StepPlan& plan : pxktest::stepPlans()) {
                 const uint32_t seed = pxktest::seedFor(m.name.c_str(), {uint32_t(w), uint32_t(h), uint32_t(plan.src),
                                                                         uint32_t(plan.dst)});
@@ -154,7 +165,7 @@ inline void sweepAlignments(const Member& m) {
                 so.misalign = srcMis;
                 dop.misalign = dstMis;
                 const ::testing::AssertionResult r =
-                    runOnce(m, w, 4, StepKind::Padded, StepKind::Padded,
+                    runOnce(m, w, m.heights.empty() ? 4 : m.heights.back(), StepKind::Padded, StepKind::Padded,
                             pxktest::seedFor(m.name.c_str(), {uint32_t(w), uint32_t(srcMis), uint32_t(dstMis)}), so,
                             dop);
                 if (!r) {
@@ -165,6 +176,14 @@ inline void sweepAlignments(const Member& m) {
             }
         }
     }
+}
+
+// Regions large enough for the non-temporal stores of each member that has them,
+// on 16-byte aligned rows (and once with tight, unaligned steps): the bytes are those
+// of the reference.
+inline void largeRegions(const Member& m) {
+    EXPECT_TRUE(runOnce(m, 1280, 400, StepKind::Padded, StepKind::Padded, 5u)) << m.name;
+    EXPECT_TRUE(runOnce(m, 1028, 342, StepKind::Tight, StepKind::Tight, 6u)) << m.name;
 }
 
 // The pointer slots a member takes, by the kinds of its sides.
@@ -296,3 +315,17 @@ inline void checkSizes(const Member& m) {
 }
 
 }  // namespace chromatest
+
+// The suites every member table runs: the reference sweeps, the statuses, the large
+// regions. `Suite` names the test suite, `table` a function returning the members.
+#define CHROMATEST_MEMBER_SUITES(Suite, table)                                                           \
+    class Suite : public ::testing::TestWithParam<::chromatest::Member> {};                               \
+    TEST_P(Suite, MatchesTheReferenceAtEveryWidthHeightAndStep) { sweepAgainstReference(GetParam()); }  \
+    TEST_P(Suite, MatchesTheReferenceAtEveryAlignment) { sweepAlignments(GetParam()); }                 \
+    TEST_P(Suite, EachNullPointerIsReportedBeforeTheSize) { checkNullPointers(GetParam()); }            \
+    TEST_P(Suite, SizesBelowTheLeastWriteNothing) { checkSizes(GetParam()); }                           \
+    TEST_P(Suite, LargeRegionsGiveTheSameBytes) { largeRegions(GetParam()); }                           \
+    INSTANTIATE_TEST_SUITE_P(Members, Suite, ::testing::ValuesIn(table()),                               \
+                             [](const ::testing::TestParamInfo<::chromatest::Member>& info) {            \
+                                 return info.param.name;                                                 \
+                             })

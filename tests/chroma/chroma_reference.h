@@ -18,7 +18,7 @@ using pxktest::ImageGeometry;
 using pxktest::StepKind;
 using pxktest::Surface;
 
-enum class Sampling { S422, S420, S411 };
+enum class Sampling { S422, S420, S411, S1620 };
 enum class Kind { C2, P2, P3 };
 
 // Where a side keeps its samples. C2: luma at bytes lumaByte and lumaByte + 2 of each
@@ -40,8 +40,12 @@ inline Side pairsCrCb(Sampling s) { return {Kind::P2, s, 0, 1, 0}; }
 inline Side planes(Sampling s) { return {Kind::P3, s, 0, 1, 2}; }
 inline Side planesCrCb(Sampling s) { return {Kind::P3, s, 0, 2, 1}; }
 
-inline int chromaColumns(Sampling s, int width) { return width / (s == Sampling::S411 ? 4 : 2); }
-inline int chromaRows(Sampling s, int height) { return s == Sampling::S420 ? height / 2 : height; }
+inline int chromaColumns(Sampling s, int width) {
+    return width / ((s == Sampling::S411 || s == Sampling::S1620) ? 4 : 2);
+}
+inline int chromaRows(Sampling s, int height) {
+    return s == Sampling::S420 ? height / 2 : (s == Sampling::S1620 ? height / 4 : height);
+}
 
 // The images of one side for a region of width x height, with the step kind `kind`
 // for each of its images.

@@ -77,24 +77,7 @@ const std::vector<Member>& members() {
     return list;
 }
 
-class PlaneShuffles : public ::testing::TestWithParam<Member> {};
-
-TEST_P(PlaneShuffles, MatchesTheReferenceAtEveryWidthHeightAndStep) { sweepAgainstReference(GetParam()); }
-TEST_P(PlaneShuffles, MatchesTheReferenceAtEveryAlignment) { sweepAlignments(GetParam()); }
-TEST_P(PlaneShuffles, EachNullPointerIsReportedBeforeTheSize) { checkNullPointers(GetParam()); }
-TEST_P(PlaneShuffles, SizesBelowTheLeastWriteNothing) { checkSizes(GetParam()); }
-
-// A region large enough for non-temporal stores where the member has them (the region
-// rule, or the luma rows of YCbCr411_8u_P3P2R above 348602 pixels), on 16-byte aligned
-// rows: the bytes are those of the reference.
-TEST_P(PlaneShuffles, LargeAlignedRegionsGiveTheSameBytes) {
-    const Member& m = GetParam();
-    EXPECT_TRUE(runOnce(m, 1024, 344, StepKind::Padded, StepKind::Padded, 5u));
-    EXPECT_TRUE(runOnce(m, 1028, 340, StepKind::Tight, StepKind::Tight, 6u));
-}
-
-INSTANTIATE_TEST_SUITE_P(Members, PlaneShuffles, ::testing::ValuesIn(members()),
-                         [](const ::testing::TestParamInfo<Member>& info) { return info.param.name; });
+CHROMATEST_MEMBER_SUITES(PlaneShuffles, members);
 
 // ---------------------------------------------------------------------------------
 // Documented cases, with literal values

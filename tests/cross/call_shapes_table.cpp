@@ -43,6 +43,11 @@ const std::vector<ShapeRow>& callShapeRows() {
         {"pxkiYUV422v210ToBGR_709HDTV_32u16u_C3", "src step dst step size steps=elements steps=positive"},
         {"pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1", "src step dst step size steps=elements steps=positive"},
         {"pxkiYUV422v210ToRGB_709HDTV_32u16u_C3", "src step dst step size steps=elements steps=positive"},
+        // Chroma layouts: the filtered 4:2:0 P2 source to 4:2:2 planes takes nothing after the size.
+        {"pxkiYCbCr420ToYCbCr422_Filter_8u_P2P3R", "..."},
+        // At height 2 it reads the source chroma row below the region and writes two
+        // chroma rows below it; with positive steps those rows stay in the buffers.
+        {"pxkiYCbCr420To411_8u_P3R", "... steps=positive"},
     };
     return rows;
 }
