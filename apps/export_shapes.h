@@ -51,6 +51,12 @@ template <class T>
 using MosaicToPackedWithBuffer = PxkResult (*)(const T*, PxkRect, PxkSize, int32_t, T*, int32_t, PxkBayerGrid,
                                                uint8_t*, int32_t);
 
+// Chroma layouts: planes with a step each beside a Y plane and a plane of chroma pairs.
+using TwoPlanesToPlanarSteps = PxkResult (*)(const uint8_t*, int32_t, const uint8_t*, int32_t, uint8_t* const[3],
+                                             const int32_t[3], PxkSize);
+using PlanarStepsToTwoPlanes = PxkResult (*)(const uint8_t* const[3], const int32_t[3], uint8_t*, int32_t, uint8_t*,
+                                             int32_t, PxkSize);
+
 template <class Image>
 PxkSize regionOf(const Image& image) {
     return PxkSize{image.width(), image.height()};
@@ -270,6 +276,17 @@ PxkResult planesInPlace(PxkResult (*f)(T* const[3], int32_t, PxkSize, Range...),
     copyPlanes(s, d, 3);
     T* const planes[3] = {samplesOf<T>(d, 0), samplesOf<T>(d, 1), samplesOf<T>(d, 2)};
     return withUnitRange<Range...>(f, planes, d.step(), regionOf(d));
+}
+
+// Chroma layouts: a Y plane and a plane of chroma pairs to three planes, and back.
+template <class Image>
+PxkResult twoPlanesToPlanarSteps(TwoPlanesToPlanarSteps f, const Image& s, Image& d) {
+    return f(s.planes()[0], s.steps()[0], s.planes()[1], s.steps()[1], d.planes(), d.steps(), regionOf(s));
+}
+
+template <class Image>
+PxkResult planarStepsToTwoPlanes(PlanarStepsToTwoPlanes f, const Image& s, Image& d) {
+    return f(s.planes(), s.steps(), d.planes()[0], d.steps()[0], d.planes()[1], d.steps()[1], regionOf(s));
 }
 
 // ---- one function per export: export given at compile time ----

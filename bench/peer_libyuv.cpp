@@ -67,6 +67,51 @@ int fromTwoPlanes(const Image& s, Image& d) {
     return F(p[0], st[0], p[1], st[1], d.data(), d.step(), s.width(), s.height());
 }
 
+// Chroma layouts: three planes into a Y plane and a plane of chroma pairs (I420ToNV12),
+// and back (NV12ToI420).
+using PlanesToTwoPlanes = int (*)(const uint8_t*, int, const uint8_t*, int, const uint8_t*, int, uint8_t*, int,
+                                  uint8_t*, int, int, int);
+using TwoPlanesToPlanes = int (*)(const uint8_t*, int, const uint8_t*, int, uint8_t*, int, uint8_t*, int, uint8_t*,
+                                  int, int, int);
+
+using PlanesToPlanes = int (*)(const uint8_t*, int, const uint8_t*, int, const uint8_t*, int, uint8_t*, int,
+                               uint8_t*, int, uint8_t*, int, int, int);
+using PackedToTwoPlanes = int (*)(const uint8_t*, int, uint8_t*, int, uint8_t*, int, int, int);
+
+template <PlanesToPlanes F>
+int planesToPlanes(const Image& s, Image& d) {
+    const uint8_t* const* p = s.planes();
+    const int32_t* st = s.steps();
+    uint8_t* const* q = d.planes();
+    const int32_t* dt = d.steps();
+    return F(p[0], st[0], p[1], st[1], p[2], st[2], q[0], dt[0], q[1], dt[1], q[2], dt[2], s.width(), s.height());
+}
+
+template <PackedToTwoPlanes F>
+int packedToTwoPlanes(const Image& s, Image& d) {
+    uint8_t* const* q = d.planes();
+    const int32_t* dt = d.steps();
+    return F(s.data(), s.step(), q[0], dt[0], q[1], dt[1], s.width(), s.height());
+}
+
+template <PlanesToTwoPlanes F>
+int planesToTwoPlanes(const Image& s, Image& d) {
+    const uint8_t* const* p = s.planes();
+    const int32_t* st = s.steps();
+    uint8_t* const* q = d.planes();
+    const int32_t* dt = d.steps();
+    return F(p[0], st[0], p[1], st[1], p[2], st[2], q[0], dt[0], q[1], dt[1], s.width(), s.height());
+}
+
+template <TwoPlanesToPlanes F>
+int twoPlanesToPlanes(const Image& s, Image& d) {
+    const uint8_t* const* p = s.planes();
+    const int32_t* st = s.steps();
+    uint8_t* const* q = d.planes();
+    const int32_t* dt = d.steps();
+    return F(p[0], st[0], p[1], st[1], q[0], dt[0], q[1], dt[1], q[2], dt[2], s.width(), s.height());
+}
+
 // libyuv picks its code paths from process-wide processor flags. Each call runs twice:
 // as the library chooses (AVX2 where present), and held to SSSE3 and below, the
 // nearest to our SSE2 build. The mask is set before a measurement and lifted after
@@ -212,6 +257,48 @@ std::vector<Case> libyuvCases() {
                     {"pxkiBGRToYCbCr420_709CSC_8u_C3P3R", "pxkiBGRToYCrCb420_709CSC_8u_C3P3R",
                      "pxkiBGRToYCbCr420_709CSC_8u_C3P2R"},
                     "BT.601 matrix, B,G,R source"});
+    // Chroma layouts
+    addBoth(cases, {"libyuv/YUY2ToI422", Layout::C2, Layout::P422, Content::YCbCr, toPlanes<libyuv::YUY2ToI422>,
+                    {"pxkiYCbCr422_8u_C2P3R", "pxkiYCrCb422ToYCbCr422_8u_C2P3R"},
+                    "same byte moves"});
+    addBoth(cases, {"libyuv/I422ToYUY2", Layout::P422, Layout::C2, Content::YCbCr, fromPlanes<libyuv::I422ToYUY2>,
+                    {"pxkiYCbCr422_8u_P3C2R", "pxkiYCbCr422ToYCrCb422_8u_P3C2R"},
+                    "same byte moves"});
+    addBoth(cases, {"libyuv/NV12ToI420", Layout::P2, Layout::P420, Content::YCbCr,
+                    twoPlanesToPlanes<libyuv::NV12ToI420>,
+                    {"pxkiYCbCr420_8u_P2P3R", "pxkiYCbCr420ToYCrCb420_8u_P2P3R"},
+                    "same byte moves"});
+    addBoth(cases, {"libyuv/I420ToNV12", Layout::P420, Layout::P2, Content::YCbCr,
+                    planesToTwoPlanes<libyuv::I420ToNV12>,
+                    {"pxkiYCbCr420_8u_P3P2R", "pxkiYCrCb420ToYCbCr420_8u_P3P2R"},
+                    "same byte moves"});
+    addBoth(cases, {"libyuv/YUY2ToI420", Layout::C2, Layout::P420, Content::YCbCr, toPlanes<libyuv::YUY2ToI420>,
+                    {"pxkiYCbCr422ToYCbCr420_8u_C2P3R", "pxkiYCbCr422ToYCrCb420_8u_C2P3R",
+                     "pxkiYCrCb422ToYCbCr420_8u_C2P3R"},
+                    "same byte moves"});
+    addBoth(cases, {"libyuv/YUY2ToNV12", Layout::C2, Layout::P2, Content::YCbCr,
+                    packedToTwoPlanes<libyuv::YUY2ToNV12>,
+                    {"pxkiYCbCr422ToYCbCr420_8u_C2P2R", "pxkiYCbCr422ToYCrCb420_8u_C2P2R"},
+                    "same byte moves"});
+    addBoth(cases, {"libyuv/I422ToI420", Layout::P422, Layout::P420, Content::YCbCr,
+                    planesToPlanes<libyuv::I422ToI420>, {"pxkiYCbCr422ToYCbCr420_8u_P3R"},
+                    "same byte moves"});
+    addBoth(cases, {"libyuv/I420ToI422", Layout::P420, Layout::P422, Content::YCbCr,
+                    planesToPlanes<libyuv::I420ToI422>,
+                    {"pxkiYCbCr420ToYCbCr422_8u_P3R", "pxkiYCrCb420ToYCbCr422_8u_P3R"}, "same byte moves"});
+    addBoth(cases, {"libyuv/I420ToYUY2", Layout::P420, Layout::C2, Content::YCbCr, fromPlanes<libyuv::I420ToYUY2>,
+                    {"pxkiYCrCb420ToYCbCr422_8u_P3C2R"}, "same byte moves"});
+    addBoth(cases, {"libyuv/UYVYToI420", Layout::C2, Layout::P420, Content::YCbCr, toPlanes<libyuv::UYVYToI420>,
+                    {"pxkiCbYCr422ToYCbCr420_8u_C2P3R", "pxkiCbYCr422ToYCrCb420_8u_C2P3R"}, "same byte moves"});
+    addBoth(cases, {"libyuv/UYVYToNV12", Layout::C2, Layout::P2, Content::YCbCr,
+                    packedToTwoPlanes<libyuv::UYVYToNV12>, {"pxkiCbYCr422ToYCbCr420_8u_C2P2R"},
+                    "same byte moves"});
+    addBoth(cases, {"libyuv/UYVYToI422", Layout::C2, Layout::P422, Content::YCbCr, toPlanes<libyuv::UYVYToI422>,
+                    {"pxkiCbYCr422ToYCbCr422_8u_C2P3R"}, "same byte moves"});
+    addBoth(cases, {"libyuv/I422ToUYVY", Layout::P422, Layout::C2, Content::YCbCr, fromPlanes<libyuv::I422ToUYVY>,
+                    {"pxkiYCbCr422ToCbYCr422_8u_P3C2R"}, "same byte moves"});
+    addBoth(cases, {"libyuv/I420ToUYVY", Layout::P420, Layout::C2, Content::YCbCr, fromPlanes<libyuv::I420ToUYVY>,
+                    {"pxkiYCrCb420ToCbYCr422_8u_P3C2R"}, "same byte moves"});
     return cases;
 }
 #else

@@ -882,6 +882,311 @@ PXKCC_API PxkResult pxkiGammaInv_32f_P3R(const float* const pSrc[3], int32_t src
                                      int32_t dstStep, PxkSize roiSize, float vMin, float vMax);
 PXKCC_API PxkResult pxkiGammaInv_32f_IP3R(float* const pSrcDst[3], int32_t srcDstStep, PxkSize roiSize, float vMin, float vMax);
 
+/* ------------------------------------------------------------------------ */
+/* Chroma layouts: packed 4:2:2, planes, luma beside chroma pairs            */
+/* ------------------------------------------------------------------------ */
+/* Changes of layout within one chroma sampling; every output byte is one input
+ * byte. C2: packed pixel pairs Y0 Cb Y1 Cr (YCrCb: Y0 Cr Y1 Cb); P3: planes Y, then
+ * the chroma planes in the name's order, each with its own step (step arrays);
+ * P2: a Y plane and a plane of chroma pairs (Cb then Cr), each with a step.
+ * Chroma planes: 4:2:2 width/2 x height, 4:2:0 width/2 x height/2, 4:1:1
+ * width/4 x height. Luma rows between planes go through a row copier (411 P3P2R:
+ * non-temporal stores above 348602 pixels); the C2 destinations of the
+ * 422ToYCrCb422 members use non-temporal stores when (sum of all steps) x height
+ * exceeds 524288 bytes and the destination and its step are multiples of 16.
+ * Odd sizes are cut silently (pxkOk): the width to even (411: a multiple of 4),
+ * the height of 4:2:0 to even; cut columns and rows are left unwritten.
+ * Least sizes: 4:2:2 width 2 x height 1; 4:2:0 2 x 2; 4:1:1 width 4. The
+ * 422ToYCrCb422 and 411 members have no height test: a height of 0 or below
+ * returns pxkOk and writes nothing.
+ * Checks: pointers (arrays, their entries, step arrays), then the size. Members
+ * that differ:
+ *   YCrCb422ToYCbCr422_8u_C2P3R does not test pDstStep. When pSrc, pDst[0],
+ *     srcStep and pDstStep[0] are multiples of 16 and bits 1 to 3 of the width
+ *     are clear, it takes byte 1 of each pair into pDst[1] and byte 3 into
+ *     pDst[2] (no exchange); otherwise byte 3 into pDst[1], byte 1 into pDst[2].
+ *   YCbCr420ToYCrCb420_8u_P2P3R exchanges nothing: byte 0 of each chroma pair
+ *     goes to pDst[1], byte 1 to pDst[2], as in YCbCr420_8u_P2P3R.
+ *   YCbCr411_8u_P2P3R does not test the pDst array pointer, only its entries. */
+PXKCC_API PxkResult pxkiYCbCr422_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                          const int32_t dstStep[3], PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                          uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb422ToYCbCr422_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToYCrCb422_8u_C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                                  int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToYCrCb422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                          int32_t srcCbCrStep, uint8_t* const pDst[3],
+                                          const int32_t dstStep[3], PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                          uint8_t* pDstY, int32_t dstYStep, uint8_t* pDstCbCr,
+                                          int32_t dstCbCrStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToYCrCb420_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep,
+                                                    const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb420ToYCbCr420_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDstY, int32_t dstYStep, uint8_t* pDstCbCr,
+                                                    int32_t dstCbCrStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                          int32_t srcCbCrStep, uint8_t* const pDst[3],
+                                          const int32_t dstStep[3], PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                          uint8_t* pDstY, int32_t dstYStep, uint8_t* pDstCbCr,
+                                          int32_t dstCbCrStep, PxkSize roiSize);
+
+/* ------------------------------------------------------------------------ */
+/* Chroma samplings: 4:2:2, 4:2:0, 4:1:1 without filtering                   */
+/* ------------------------------------------------------------------------ */
+/* Every output byte is one input byte; Y passes through unchanged. Layouts as
+ * above (C2, P2, P3, with the name's chroma order; "YCrCb" targets take Cr where
+ * YCbCr ones take Cb). With Cs a source and Cd an output chroma sample (row r,
+ * column c of the chroma planes):
+ *   422 -> 420  Cd[r][c] = Cs[2r][c]      odd chroma rows dropped
+ *   420 -> 422  Cd[r][c] = Cs[r/2][c]     each chroma row twice
+ *   422 -> 411  Cd[r][c] = Cs[r][2c]      odd chroma columns dropped
+ *   411 -> 422  Cd[r][c] = Cs[r][c/2]     each chroma column twice
+ *   420 -> 411  Cd[r][c] = Cs[r/2][2c + r%2]   exact inverses of each other: the
+ *   411 -> 420  Cd[r][c] = Cs[2r + c%2][c/2]   round trip returns every sample
+ * Odd sizes are cut silently (pxkOk): the width to even (to a multiple of 4 where
+ * a side is 4:1:1), the height to even where a side is 4:2:0.
+ * Least sizes: width 2 (4 with 4:1:1); height 2 where a side is 4:2:0, 1 for
+ * 422ToYCbCr411_8u_C2P3R; the other 422 <-> 411 members have no height test (a
+ * height of 0 or below returns pxkOk and writes nothing).
+ * Non-temporal stores (the bytes are the same): luma rows above 348602 pixels in
+ * 411ToYCbCr420 P3P2R, 411ToYCbCr422 P2P3R and 422ToYCbCr420 P3R, above 524288
+ * in 422ToYCbCr411 P3R; the packed destinations of the 411 -> 422 members when
+ * (sum of all steps) x height exceeds 524288 and the destination and its step are
+ * multiples of 16; 422ToYCbCr411 C2P2R when (3 w + w/2) x height exceeds 1572864
+ * and its destinations and steps are multiples of 16.
+ * Checks: pointers (arrays, their entries, step arrays), then the size. The
+ * 411ToYCbCr422, 411ToYCbCr420 and 411ToYCrCb420 P2P3R members do not test the
+ * pDst array pointer, only its entries. */
+PXKCC_API PxkResult pxkiYCbCr422ToYCbCr420_8u_C2P2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDstY,
+                                                    int32_t dstYStep, uint8_t* pDstCbCr, int32_t dstCbCrStep,
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToYCbCr420_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToYCbCr420_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDstY, int32_t dstYStep, uint8_t* pDstCbCr,
+                                                    int32_t dstCbCrStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToYCbCr420_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                  uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                  PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToYCrCb420_8u_C2P2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDstY,
+                                                    int32_t dstYStep, uint8_t* pDstCbCr, int32_t dstCbCrStep,
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToYCrCb420_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb422ToYCbCr420_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToYCbCr422_8u_P2C2R(const uint8_t* pSrcY, int32_t srcYStep,
+                                                    const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                                    uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToYCbCr422_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep,
+                                                    const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToYCbCr422_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                  uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                  PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb420ToYCbCr422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb420ToYCbCr422_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                  uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                  PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToYCbCr411_8u_C2P2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDstY,
+                                                    int32_t dstYStep, uint8_t* pDstCbCr, int32_t dstCbCrStep,
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToYCbCr411_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToYCbCr411_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDstY, int32_t dstYStep, uint8_t* pDstCbCr,
+                                                    int32_t dstCbCrStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToYCbCr411_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                  uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                  PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb422ToYCbCr411_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411ToYCbCr422_8u_P2C2R(const uint8_t* pSrcY, int32_t srcYStep,
+                                                    const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                                    uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411ToYCbCr422_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep,
+                                                    const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411ToYCbCr422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411ToYCbCr422_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                  uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                  PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411ToYCrCb422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411ToYCrCb422_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                  uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                  PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToYCbCr411_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep,
+                                                    const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToYCbCr411_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDstY, int32_t dstYStep, uint8_t* pDstCbCr,
+                                                    int32_t dstCbCrStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb420ToYCbCr411_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDstY, int32_t dstYStep, uint8_t* pDstCbCr,
+                                                    int32_t dstCbCrStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411ToYCbCr420_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep,
+                                                    const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411ToYCbCr420_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDstY, int32_t dstYStep, uint8_t* pDstCbCr,
+                                                    int32_t dstCbCrStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411ToYCbCr420_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                  uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                  PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411ToYCrCb420_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep,
+                                                    const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+
+/* ------------------------------------------------------------------------ */
+/* CbYCr422 (packed Cb Y0 Cr Y1) <-> the other YCbCr layouts                 */
+/* ------------------------------------------------------------------------ */
+/* Byte moves with the drop and repeat rules above: to and from packed Y0 Cb Y1 Cr
+ * and 4:2:2 planes (same chroma), to 4:2:0 planes or pairs (odd chroma rows
+ * dropped), to 4:1:1 planes (odd chroma columns dropped), from 4:2:0 pairs or
+ * planes (each chroma row twice). Widths are cut to even (4:1:1: a multiple of 4),
+ * heights to even where a side is 4:2:0, silently (pxkOk). Least sizes: width 2
+ * (4:1:1: 4); height 1, 2 where a side is 4:2:0; CbYCr422ToYCbCr411_8u_C2P3R has
+ * no height test. Checks: pointers, then the size. */
+PXKCC_API PxkResult pxkiCbYCr422ToYCbCr422_8u_C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                                  int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToCbYCr422_8u_C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                                  int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiCbYCr422ToYCbCr422_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr422ToCbYCr422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiCbYCr422ToYCbCr420_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiCbYCr422ToYCbCr420_8u_C2P2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDstY,
+                                                    int32_t dstYStep, uint8_t* pDstCbCr, int32_t dstCbCrStep,
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiCbYCr422ToYCrCb420_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiCbYCr422ToYCbCr411_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                    uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                    PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToCbYCr422_8u_P2C2R(const uint8_t* pSrcY, int32_t srcYStep,
+                                                    const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                                    uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb420ToCbYCr422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                    uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+
+/* ------------------------------------------------------------------------ */
+/* 4:2:0 -> 4:2:2 with the half-sample chroma interpolator                   */
+/* ------------------------------------------------------------------------ */
+/* Y copied; each output chroma plane (width/2 x height) takes source chroma row k
+ * as its row 2k, then each row 2k + 1 is made from the even rows already in the
+ * output plane (read back from it, top to bottom), with n = height/2:
+ *   row 1:      (8 C[0] + 9 C[1] - C[2] + 8) >> 4
+ *   row 2k + 1: (9 (C[k] + C[k+1]) - (C[k-1] + C[k+2]) + 8) >> 4, k = 1 .. n-3
+ *   row h - 3:  (-C[n-3] + 9 C[n-2] + 8 C[n-1] + 8) >> 4
+ *   row h - 1:  (17 C[n-1] - C[n-2] + 8) >> 4
+ * arithmetic shifts, saturated to 0..255, the same in every column. Sources: P3
+ * planes Y, Cb, Cr (YCrCb: Y, Cr, Cb, whose planes go to pDst[2] and pDst[1]) or
+ * a Y plane and a plane of Cb Cr pairs; destination planes Y, Cb, Cr; a step a
+ * plane. The width is cut to even and the height to a multiple of 8, silently
+ * (pxkOk). Least size 2 x 8. The output must not overlap the source.
+ * Checks: pointers, then the size. */
+PXKCC_API PxkResult pxkiYCbCr420ToYCbCr422_Filter_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                         uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToYCbCr422_Filter_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep,
+                                                           const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                                           uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                           PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCrCb420ToYCbCr422_Filter_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                         uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                         PxkSize roiSize);
+
+/* ------------------------------------------------------------------------ */
+/* Interlaced 4:2:2 <-> 4:2:0                                                */
+/* ------------------------------------------------------------------------ */
+/* The two fields never mix: even source rows feed even output rows and odd rows
+ * odd ones. Y moves unchanged. Chroma, per column, with C the source chroma rows:
+ *   422 -> 420, group g of four rows: row 2g = (3 C[4g] + C[4g+2] + 2) >> 2,
+ *     row 2g + 1 = (C[4g+1] + 3 C[4g+3] + 2) >> 2.
+ *   420 -> 422 (h output rows, n = h/2): rows 0, 1 = C[0], C[1]; rows h-2, h-1 =
+ *     C[n-2], C[n-1]; between them, for i = 0 .. (h-4)/4 - 1 with b = 2i and
+ *     r = 2 + 4i: row r = (5 C[b] + 3 C[b+2] + 4) >> 3, r+1 = (7 C[b+1] + C[b+3]
+ *     + 4) >> 3, r+2 = (C[b] + 7 C[b+2] + 4) >> 3, r+3 = (3 C[b+1] + 5 C[b+3] + 4)
+ *     >> 3.
+ * Layouts: planes Y, Cb, Cr with a step each; CbYCr422 packs Cb Y0 Cr Y1.
+ * The width is cut to even and the height to a multiple of 4; the status is then
+ * pxkWarnOddSize (cut columns and rows left unwritten). Least size 2 x 4.
+ * Checks: pointers, then the size. */
+PXKCC_API PxkResult pxkiYCbCr422To420_Interlace_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                       uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                       PxkSize roiSize);
+PXKCC_API PxkResult pxkiCbYCr422ToYCbCr420_Interlace_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep,
+                                                              uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                              PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420To422_Interlace_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                       uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                       PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const uint8_t* const pSrc[3],
+                                                              const int32_t srcStep[3], uint8_t* pDst,
+                                                              int32_t dstStep, PxkSize roiSize);
+
+/* ------------------------------------------------------------------------ */
+/* 4:2:0 <-> 1620 and 4:1:1, with vertical and horizontal means              */
+/* ------------------------------------------------------------------------ */
+/* Planes Y, Cb, Cr with a step each; 1620 chroma is width/4 x height/4. The Y
+ * plane is copied (as one run where both steps equal the width and width and
+ * height are below 32768), then each chroma plane is resampled with
+ * up(a, b) = (a + b + 1) >> 1 in the vector columns and down(a, b) = (a + b) >> 1
+ * in the others, so a sample's value depends on its column:
+ *   1620To420 (cw = w/4 source columns): D[2r][2c] = S[r][c]; D[2r][2c+1] =
+ *     mean(S[r][c], S[r][c+1]); D[2r+1][2c] = mean(S[r][c], S[r+1][c]);
+ *     D[2r+1][2c+1] = mean of the two horizontal means. Vector columns: 32 while
+ *     more than 32 remain, then 16 while more than 16 remain; the last column
+ *     repeats S[r][c] across and takes down(S[r][c], S[r+1][c]) below. The last
+ *     source row: 16-column steps only, and its second output row repeats it.
+ *   420To1620: D[r][c] = S[2r][2c].
+ *   411To420: output row y from source row 2y: D[y][2c] = S[2y][c], D[y][2c+1] =
+ *     mean(S[2y][c], S[2y][c+1]); vector columns 64 while more than 64 remain,
+ *     then 16 while more than 16 remain; the last column repeats S[2y][c].
+ *   420To411: row 2r = S[r][2c], row 2r+1 = mean(S[r][2c], S[r+1][2c]), up in
+ *     the first 32 * (cw / 32) columns, down after; the last two rows repeat the
+ *     last source row. With height 2 the first row pair is still made from
+ *     source rows 0 and 1, and rows 2 and 3 from source row 1: the caller must
+ *     supply that source row and those destination rows.
+ * Sizes are not cut: width and height must be multiples of 4 from 4 (420To411:
+ * width a multiple of 4 from 4, height even from 2), else pxkErrSize.
+ * Checks: pSrc, pDst, their entries and the step arrays, then the size. */
+PXKCC_API PxkResult pxkiYCbCr1620To420_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                              uint8_t* const pDst[3], const int32_t dstStep[3], PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420To1620_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                              uint8_t* const pDst[3], const int32_t dstStep[3], PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr411To420_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                             uint8_t* const pDst[3], const int32_t dstStep[3], PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCbCr420To411_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                             uint8_t* const pDst[3], const int32_t dstStep[3], PxkSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif

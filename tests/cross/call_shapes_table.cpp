@@ -99,6 +99,11 @@ const std::vector<ShapeRow>& callShapeRows() {
         {"pxkiGammaInv_32f_AC4IR", "... f32:-0.5:0.5 f32:0.5:1.5 floats=-0.6:1.6 steps=positive"},
         {"pxkiGammaInv_32f_P3R", "... f32:-0.5:0.5 f32:0.5:1.5 floats=-0.6:1.6 steps=positive"},
         {"pxkiGammaInv_32f_IP3R", "... f32:-0.5:0.5 f32:0.5:1.5 floats=-0.6:1.6 steps=positive"},
+        // Chroma layouts: the filtered 4:2:0 P2 source to 4:2:2 planes takes nothing after the size.
+        {"pxkiYCbCr420ToYCbCr422_Filter_8u_P2P3R", "..."},
+        // At height 2 it reads the source chroma row below the region and writes two
+        // chroma rows below it; with positive steps those rows stay in the buffers.
+        {"pxkiYCbCr420To411_8u_P3R", "... steps=positive"},
     };
     return rows;
 }

@@ -1,0 +1,236 @@
+// Row kernels of the chroma-layout conversions: every output byte is one input byte,
+// moved by interleaving or de-interleaving bytes in registers. Each kernel runs vector
+// blocks of the build's widest type while whole blocks fit, then a 128-bit block,
+// then single units; the split never changes a byte.
+//
+// Units: a pair is two bytes of an interleaved row (P2 chroma, or one chroma pair and
+// its place in a packed row); a packed pair of pixels (C2) is four bytes.
+#pragma once
+
+#include "frame/simd_inline.h"
+
+#include <cstdint>
+#include <cstring>
+
+#include "frame/vec.h"
+
+namespace pxk {
+namespace chroma {
+
+using vec::V128;
+using vec::Widest;
+
+// Stores of a kernel: ordinary unaligned stores, or non-temporal stores to targets on
+// 16-byte boundaries (rows whose start and step are multiples of 16, at offsets that
+// are multiples of 16). A run of streaming stores ends with finish().
+struct PlainStores {
+    template <class V, int Stride>
+    PXK_INLINE static void store(uint8_t* p, V v) {
+        vec::storeLanes<V, Stride>(p, v);
+    }
+    static void finish() {}
+};
+
+struct StreamingStores {
+    template <class V, int Stride>
+    PXK_INLINE static void store(uint8_t* p, V v) {
+        if constexpr (sizeof(V) == 16) {
+            _mm_stream_si128(reinterpret_cast<__m128i*>(p), v);
+#if defined(PXKCC_TARGET_AVX2)
+        } else {
+            _mm_stream_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(v));
+            _mm_stream_si128(reinterpret_cast<__m128i*>(p + Stride), _mm256_extracti128_si256(v, 1));
+#endif
+        }
+    }
+    static void finish() { _mm_sfence(); }
+};
+
+// Units of a kernel covered by one 128-bit lane, and by a whole vector of type V.
+template <class V, int UnitsPerLane>
+inline constexpr int32_t kUnitsOf = UnitsPerLane * vec::kLanes<V>;
+
+// Runs block(V{}, i) for the units i.. of a block, first with the widest vector while
+// a whole one fits, then once with a 128-bit one if it fits, then unit(i) for each of
+// the remaining units.
+template <int UnitsPerLane, class BlockFn, class UnitFn>
+PXK_INLINE void forBlocks(int32_t n, BlockFn&& block, UnitFn&& unit) {
+    int32_t i = 0;
+    constexpr int32_t kWide = kUnitsOf<Widest, UnitsPerLane>;
+    for (; n - i >= kWide; i += kWide) block(Widest{}, i);
+    if constexpr (kWide > UnitsPerLane) {
+        if (n - i >= UnitsPerLane) {
+            block(V128{}, i);
+            i += UnitsPerLane;
+        }
+    }
+    for (; i < n; ++i) unit(i);
+}
+
+namespace simd {
+
+using namespace vec;
+
+// Thirty-two bytes a lane (a then b) split into their even and odd bytes.
+template <class V>
+PXK_INLINE void unzipBytes(V a, V b, V& even, V& odd) {
+    const V low = splat16<V>(0x00FF);
+    even = packus16(and_(a, low), and_(b, low));
+    odd = packus16(srli16<8>(a), srli16<8>(b));
+}
+
+// The two bytes of every 16-bit lane exchanged.
+template <class V>
+PXK_INLINE V swapBytePairs(V v) {
+    return or_(slli16<8>(v), srli16<8>(v));
+}
+
+// Bytes 1 and 3 of every four exchanged.
+template <class V>
+PXK_INLINE V swapOddBytesOfQuads(V v) {
+    const V even = and_(v, splat16<V>(0x00FF));
+    const V odd = and_(v, splat16<V>(0xFF00));
+    return or_(even, or_(slli32<16>(odd), srli32<16>(odd)));
+}
+
+}  // namespace simd
+
+// ---------------------------------------------------------------------------------
+// Interleaved pairs to two rows: a[i] = src[2i], b[i] = src[2i + 1], for n pairs.
+// With KeepA (KeepB) false that row is neither written nor needed.
+// ---------------------------------------------------------------------------------
+template <bool KeepA = true, bool KeepB = true, class Stores = PlainStores>
+PXK_INLINE void unzipPairs(const uint8_t* src, uint8_t* a, uint8_t* b, int32_t n) {
+    forBlocks<16>(
+        n,
+        [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
+            using V = decltype(tag);
+            V even, odd;
+            simd::unzipBytes(vec::loadLanes<V, 32>(src + 2 * i), vec::loadLanes<V, 32>(src + 2 * i + 16), even, odd);
+            if (KeepA) Stores::template store<V, 16>(a + i, even);
+            if (KeepB) Stores::template store<V, 16>(b + i, odd);
+        },
+        [&](int32_t i) {
+            if (KeepA) a[i] = src[2 * i];
+            if (KeepB) b[i] = src[2 * i + 1];
+        });
+}
+
+// Two rows to interleaved pairs: dst[2i] = a[i], dst[2i + 1] = b[i], for n pairs.
+// With SwapB, b is a row of pairs itself whose two bytes change places (dst[2i + 1]
+// takes b[i ^ 1]); b == a duplicates every byte of a.
+template <class Stores = PlainStores, bool SwapB = false>
+PXK_INLINE void zipPairs(const uint8_t* a, const uint8_t* b, uint8_t* dst, int32_t n) {
+    forBlocks<16>(
+        n,
+        [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
+            using V = decltype(tag);
+            const V va = vec::loadLanes<V, 16>(a + i);
+            V vb = vec::loadLanes<V, 16>(b + i);
+            if (SwapB) vb = simd::swapBytePairs(vb);
+            Stores::template store<V, 32>(dst + 2 * i, vec::unpacklo8(va, vb));
+            Stores::template store<V, 32>(dst + 2 * i + 16, vec::unpackhi8(va, vb));
+        },
+        [&](int32_t i) {
+            dst[2 * i] = a[i];
+            dst[2 * i + 1] = SwapB ? b[i ^ 1] : b[i];
+        });
+}
+
+// Packed pixel pairs (four bytes: luma at bytes LumaByte and LumaByte + 2, chroma in
+// the other two) to a luma row and two chroma rows: c0 takes the first chroma byte of
+// each pair, c1 the second, for n pairs. With KeepLuma false only the chroma rows are
+// written.
+template <int LumaByte, bool KeepLuma = true>
+PXK_INLINE void unzipPackedPairs(const uint8_t* src, uint8_t* y, uint8_t* c0, uint8_t* c1, int32_t n) {
+    constexpr int kChroma = 1 - LumaByte;
+    forBlocks<16>(
+        n,
+        [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
+            using V = decltype(tag);
+            const uint8_t* p = src + 4 * i;
+            V e0, o0, e1, o1;
+            simd::unzipBytes(vec::loadLanes<V, 64>(p), vec::loadLanes<V, 64>(p + 16), e0, o0);
+            simd::unzipBytes(vec::loadLanes<V, 64>(p + 32), vec::loadLanes<V, 64>(p + 48), e1, o1);
+            if (KeepLuma) {
+                vec::storeLanes<V, 32>(y + 2 * i, LumaByte == 0 ? e0 : o0);
+                vec::storeLanes<V, 32>(y + 2 * i + 16, LumaByte == 0 ? e1 : o1);
+            }
+            V first, second;
+            simd::unzipBytes(LumaByte == 0 ? o0 : e0, LumaByte == 0 ? o1 : e1, first, second);
+            vec::storeLanes<V, 16>(c0 + i, first);
+            vec::storeLanes<V, 16>(c1 + i, second);
+        },
+        [&](int32_t i) {
+            const uint8_t* p = src + 4 * i;
+            if (KeepLuma) {
+                y[2 * i] = p[LumaByte];
+                y[2 * i + 1] = p[LumaByte + 2];
+            }
+            c0[i] = p[kChroma];
+            c1[i] = p[kChroma + 2];
+        });
+}
+
+// The inverse: a luma row and two chroma rows to packed pixel pairs, for n pairs.
+template <int LumaByte, class Stores = PlainStores>
+PXK_INLINE void zipPackedPairs(const uint8_t* y, const uint8_t* c0, const uint8_t* c1, uint8_t* dst, int32_t n) {
+    constexpr int kChroma = 1 - LumaByte;
+    forBlocks<16>(
+        n,
+        [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
+            using V = decltype(tag);
+            const V cc0 = vec::loadLanes<V, 16>(c0 + i), cc1 = vec::loadLanes<V, 16>(c1 + i);
+            const V clo = vec::unpacklo8(cc0, cc1), chi = vec::unpackhi8(cc0, cc1);
+            const V y0 = vec::loadLanes<V, 32>(y + 2 * i), y1 = vec::loadLanes<V, 32>(y + 2 * i + 16);
+            uint8_t* p = dst + 4 * i;
+            if constexpr (LumaByte == 0) {
+                Stores::template store<V, 64>(p, vec::unpacklo8(y0, clo));
+                Stores::template store<V, 64>(p + 16, vec::unpackhi8(y0, clo));
+                Stores::template store<V, 64>(p + 32, vec::unpacklo8(y1, chi));
+                Stores::template store<V, 64>(p + 48, vec::unpackhi8(y1, chi));
+            } else {
+                Stores::template store<V, 64>(p, vec::unpacklo8(clo, y0));
+                Stores::template store<V, 64>(p + 16, vec::unpackhi8(clo, y0));
+                Stores::template store<V, 64>(p + 32, vec::unpacklo8(chi, y1));
+                Stores::template store<V, 64>(p + 48, vec::unpackhi8(chi, y1));
+            }
+        },
+        [&](int32_t i) {
+            uint8_t* p = dst + 4 * i;
+            p[LumaByte] = y[2 * i];
+            p[LumaByte + 2] = y[2 * i + 1];
+            p[kChroma] = c0[i];
+            p[kChroma + 2] = c1[i];
+        });
+}
+
+// Packed pixel pairs with their bytes rearranged, for n pairs: SwapChroma exchanges
+// bytes 1 and 3 of each four, SwapPairs bytes 0 and 1 and bytes 2 and 3.
+enum class QuadOrder { SwapOdd, SwapPairs };
+
+template <QuadOrder Order, class Stores = PlainStores>
+PXK_INLINE void reorderPackedPairs(const uint8_t* src, uint8_t* dst, int32_t n) {
+    forBlocks<4>(
+        n,
+        [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
+            using V = decltype(tag);
+            const V v = vec::loadLanes<V, 16>(src + 4 * i);
+            Stores::template store<V, 16>(dst + 4 * i,
+                                          Order == QuadOrder::SwapOdd ? simd::swapOddBytesOfQuads(v)
+                                                                      : simd::swapBytePairs(v));
+        },
+        [&](int32_t i) {
+            const uint8_t* s = src + 4 * i;
+            uint8_t* d = dst + 4 * i;
+            const uint8_t b0 = s[0], b1 = s[1], b2 = s[2], b3 = s[3];
+            if (Order == QuadOrder::SwapOdd) {
+                d[0] = b0, d[1] = b3, d[2] = b2, d[3] = b1;
+            } else {
+                d[0] = b1, d[1] = b0, d[2] = b3, d[3] = b2;
+            }
+        });
+}
+
+}  // namespace chroma
+}  // namespace pxk

@@ -1,0 +1,93 @@
+#include "chroma/row_copier.h"
+
+#include <emmintrin.h>
+
+#include <cstring>
+
+#include "frame/drivers.h"
+
+namespace pxk {
+namespace chroma {
+
+namespace {
+
+template <std::size_t N>
+inline void moveBytes(const uint8_t* src, uint8_t* dst) {
+    uint8_t chunk[N];
+    std::memcpy(chunk, src, N);
+    std::memcpy(dst, chunk, N);
+}
+
+inline __m128i load16(const uint8_t* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
+
+// 64 bytes a round to a target on a 16-byte boundary, `rounds` times.
+template <bool Stream>
+inline void copyRounds(const uint8_t*& src, uint8_t*& dst, std::size_t rounds) {
+    for (; rounds > 0; --rounds, src += 64, dst += 64) {
+        const __m128i a = load16(src), b = load16(src + 16), c = load16(src + 32), d = load16(src + 48);
+        __m128i* t = reinterpret_cast<__m128i*>(dst);
+        if (Stream) {
+            _mm_stream_si128(t, a);
+            _mm_stream_si128(t + 1, b);
+            _mm_stream_si128(t + 2, c);
+            _mm_stream_si128(t + 3, d);
+        } else {
+            _mm_store_si128(t, a);
+            _mm_store_si128(t + 1, b);
+            _mm_store_si128(t + 2, c);
+            _mm_store_si128(t + 3, d);
+        }
+    }
+}
+
+}  // namespace
+
+bool streamingAllowed(const uint8_t* src, const uint8_t* dst) {
+    const uint32_t low = static_cast<uint32_t>(reinterpret_cast<std::uintptr_t>(src) -
+                                               reinterpret_cast<std::uintptr_t>(dst)) & 0xFFFFu;
+    return low < 0xFEC0u || low > 0xFFF0u;
+}
+
+void copyRow(const uint8_t* src, uint8_t* dst, std::size_t bytes, bool nonTemporal, bool addressTest) {
+    bool streamed = false;
+    if (bytes >= 64) {
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(dst), load16(src));
+        // On to the next 16-byte boundary of the target (16 bytes on from an aligned
+        // target): the bytes skipped were just stored.
+        const std::size_t skip = 16 - (reinterpret_cast<std::uintptr_t>(dst) & 15u);
+        src += skip;
+        dst += skip;
+        bytes -= skip;
+        const std::size_t rounds = bytes / 64;
+        bytes %= 64;
+        if (nonTemporal && (!addressTest || streamingAllowed(src, dst))) {
+            copyRounds<true>(src, dst, rounds);
+            streamed = true;
+        } else {
+            copyRounds<false>(src, dst, rounds);
+        }
+    }
+    for (; bytes >= 8; bytes -= 8, src += 8, dst += 8) moveBytes<8>(src, dst);
+    if (bytes >= 4) {
+        moveBytes<4>(src, dst);
+        src += 4, dst += 4, bytes -= 4;
+    }
+    if (bytes >= 2) {
+        moveBytes<2>(src, dst);
+        src += 2, dst += 2, bytes -= 2;
+    }
+    if (bytes >= 1) *dst = *src;
+    if (streamed) _mm_sfence();
+}
+
+void copyRows(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, std::size_t bytes, int32_t rows,
+              bool nonTemporal) {
+    for (int32_t y = 0; y < rows; ++y) {
+        copyRow(src, dst, bytes, nonTemporal);
+        src = byteOffset(src, srcStep);
+        dst = byteOffset(dst, dstStep);
+    }
+}
+
+}  // namespace chroma
+}  // namespace pxk
