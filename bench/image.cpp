@@ -13,6 +13,12 @@ int bytesPerPixel(Layout layout) {
     case Layout::C4: return 4;
     case Layout::C2: return 2;
     case Layout::W16: return 2;
+    case Layout::G8: return 1;
+    case Layout::W16C3: return 6;
+    case Layout::W16C4: return 8;
+    case Layout::F32C1: return 4;
+    case Layout::F32C3: return 12;
+    case Layout::F32C4: return 16;
     default: return 1;
     }
 }
@@ -31,6 +37,12 @@ int bytesPerFourPixels(Layout layout) {
     case Layout::P411: return 6;
     case Layout::W16: return 8;
     case Layout::V210: return 0;  // 16 bytes for six pixels: see bytesMovedPerPixel
+    case Layout::G8:
+    case Layout::W16C3:
+    case Layout::W16C4:
+    case Layout::F32C1:
+    case Layout::F32C3:
+    case Layout::F32C4: return 4 * bytesPerPixel(layout);
     }
     return 0;
 }
@@ -73,6 +85,12 @@ const char* layoutName(Layout layout) {
     case Layout::P2: return "P2";
     case Layout::V210: return "V210";
     case Layout::W16: return "W16";
+    case Layout::G8: return "G8";
+    case Layout::W16C3: return "W16C3";
+    case Layout::W16C4: return "W16C4";
+    case Layout::F32C1: return "F32C1";
+    case Layout::F32C3: return "F32C3";
+    case Layout::F32C4: return "F32C4";
     }
     return "?";
 }
@@ -127,6 +145,15 @@ Image::Image(Layout layout, int width, int height)
 
 void Image::fill(Content content, uint32_t seed) {
     uint32_t state = seed != 0 ? seed : 0x9E3779B9u;
+    if (content == Content::UnitFloats) {
+        // Floats in 0..1 with 24 random bits each.
+        for (int y = 0; y < height_; ++y) {
+            float* row = reinterpret_cast<float*>(planes_[0] + static_cast<size_t>(step_) * static_cast<size_t>(y));
+            const size_t n = rowBytesOf(layout_, width_) / sizeof(float);
+            for (size_t x = 0; x < n; ++x) row[x] = static_cast<float>(nextRandom(state) >> 8) * (1.0f / 16777216.0f);
+        }
+        return;
+    }
     const bool planar = isPlanar(layout_);
     const int channels = planar ? 1 : bytesPerPixel(layout_);
     const int rowBytes = static_cast<int>(rowBytesOf(layout_, width_));

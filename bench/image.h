@@ -24,7 +24,14 @@ enum class Layout {
     P411, // three planes, chroma at quarter width (steps as an array)
     P2,   // a Y plane and a plane of chroma pairs at half height (a step each)
     V210, // 32-bit words, six pixels in four words (10-bit 4:2:2)
-    W16   // one 16-bit word a pixel
+    W16,  // one 16-bit word a pixel
+    // Bit-depth reduction sides: packed samples of 1, 2 or 4 bytes.
+    G8,     // one byte a pixel
+    W16C3,  // three 16-bit samples a pixel
+    W16C4,  // four 16-bit samples a pixel
+    F32C1,  // one float a pixel
+    F32C3,  // three floats a pixel
+    F32C4   // four floats a pixel
 };
 
 // Bytes of one interleaved pixel (packed layouts; 1 for planar ones).
@@ -44,7 +51,8 @@ const char* layoutName(Layout layout);
 // What the samples of a source image hold; decides the value range of the fill.
 enum class Content {
     Rgb,    // any byte
-    YCbCr   // studio range: Y 16..235, Cb and Cr 16..240
+    YCbCr,  // studio range: Y 16..235, Cb and Cr 16..240
+    UnitFloats  // float samples in 0..1 (F32 layouts)
 };
 
 // Bytes freed with std::free (std::aligned_alloc storage).
