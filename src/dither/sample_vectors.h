@@ -4,7 +4,9 @@
 // consecutive samples, so a 256-bit vector is the 128-bit one twice over.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "dither/samples.h"
 #include "frame/drivers.h"
@@ -53,19 +55,25 @@ PXK_INLINE V packCodes(V z) {
 }
 
 // Stores packed codes at p. With KeepFourth, every fourth sample (the alpha of AC4
-// pixels, which start each lane) keeps the value it had.
+// pixels, one pixel a lane) is not written at all: the codes go through a local block
+// and the first three samples of each pixel are copied out.
 template <Sample D, bool KeepFourth, class V>
 PXK_INLINE void storeCodesVec(SampleT<D>* p, V packed) {
     using namespace vec;
     uint8_t* bytes = reinterpret_cast<uint8_t*>(p);
-    if constexpr (D == Sample::U8) {
-        if constexpr (KeepFourth) packed = selectBits(splat32<V>(int32_t(0xFF000000u)), loadLowQuarters<V>(bytes), packed);
+    constexpr std::size_t kSample = sizeof(SampleT<D>);
+    if constexpr (KeepFourth) {
+        alignas(32) uint8_t local[4 * kSample * kLanes<V>];
+        if constexpr (D == Sample::U8) {
+            storeLowQuarters(local, packed);
+        } else {
+            storeLowHalves(local, packed);
+        }
+        PXK_UNROLL
+        for (int k = 0; k < kLanes<V>; ++k) std::memcpy(bytes + 4 * kSample * k, local + 4 * kSample * k, 3 * kSample);
+    } else if constexpr (D == Sample::U8) {
         storeLowQuarters(bytes, packed);
     } else {
-        if constexpr (KeepFourth) {
-            const V fourth = splat32Pattern<V>(0, int32_t(0xFFFF0000u), 0, 0);
-            packed = selectBits(fourth, loadLowHalves<V>(bytes), packed);
-        }
         storeLowHalves(bytes, packed);
     }
 }
