@@ -137,4 +137,29 @@ TEST(ReduceBitsNoiseTables, FirstOffsetValueByHand) {
     EXPECT_EQ(first, uint16_t(std::nearbyint(v)));
 }
 
+// The diffusion rows lie at the aligned base without noise and 6256 bytes after it
+// with noise: two rows of width + 2 floats for Floyd-Steinberg, a zero cell at each
+// end, row 1 (the first current row) from float width + 3. Three 100s with two levels:
+// errors 100, then 100 + 100 * 7/16 = 143.75 rises (error -111.25), then
+// 100 - 111.25 * 7/16 = 51.328125 stays.
+TEST(ReduceBitsScratchLayout, FloydSteinbergRowsAtTheirPlace) {
+    for (uint32_t noise : {0u, 1u}) {
+        std::vector<uint8_t> buffer(8000, 0xCD);
+        const std::vector<uint8_t> src = {100, 100, 100};
+        std::vector<uint8_t> dst(3, 0);
+        // Noise 1 moves the thresholds (0.49 to 0.51 of a step) too little to change
+        // these samples.
+        ASSERT_EQ(pxkiReduceBits_8u_C1R(src.data(), 3, dst.data(), 3, PxkSize{3, 1}, noise, pxkDitherFS, 2,
+                                        buffer.data() + 1),
+                  pxkOk);
+        EXPECT_EQ(dst, (std::vector<uint8_t>{0, 255, 0}));
+        const std::uintptr_t p = reinterpret_cast<std::uintptr_t>(buffer.data() + 1);
+        const uint8_t* base = buffer.data() + 1 + ((64 - (p & 63)) & 63);
+        const uint8_t* rows = base + (noise ? 6256 : 0);
+        const float expected[10] = {0, 0, 0, 0, 0, 0, 100.0f, -111.25f, 51.328125f, 0};
+        for (int i = 0; i < 10; ++i) EXPECT_EQ(readAt<float>(rows, size_t(4 * i)), expected[i]) << noise << " " << i;
+        EXPECT_EQ(readAt<uint32_t>(rows, 40), 0xCDCDCDCDu);  // nothing after the rows
+    }
+}
+
 }  // namespace
