@@ -151,7 +151,10 @@ inline ::testing::AssertionResult runAgainstReference(const Member& m, const Run
     pxktest::Rng rng(r.seed);
     const int spp = samplesPerPixel(m);
     const bool diffusion = r.dtype >= 1 && r.dtype <= 3;
-    ImageGeometry sg{r.width, r.height, spp, refdither::bytesOf(m.src), r.srcStep};
+    // On the diffusion paths both sides move by their steps cut to whole elements: the
+    // images are laid out that way, and the call gets the steps as given.
+    ImageGeometry sg{r.width, r.height, spp, refdither::bytesOf(m.src),
+                     diffusion ? cutStep(r.srcStep, m.src) : r.srcStep};
     ImageGeometry dg{r.width, r.height, spp, refdither::bytesOf(m.dst),
                      diffusion ? cutStep(r.dstStep, m.dst) : r.dstStep};
     GuardedImage src(sg);
