@@ -62,31 +62,26 @@ constexpr std::size_t rowBufferFloats(int32_t width) {
     return static_cast<std::size_t>(Sum::kRows) * (static_cast<std::size_t>(width) + 2 * Sum::kPad);
 }
 
-// Picks a when `pick` holds, else b, by bit masks: the compiler keeps no branch.
-PXK_INLINE float pickFloat(bool pick, float a, float b) {
-    uint32_t ua, ub;
-    std::memcpy(&ua, &a, sizeof ua);
-    std::memcpy(&ub, &b, sizeof ub);
-    const uint32_t mask = 0u - static_cast<uint32_t>(pick);
-    const uint32_t r = (ua & mask) | (ub & ~mask);
-    float f;
-    std::memcpy(&f, &r, sizeof f);
-    return f;
-}
-
 // One pixel: the sample plus its gathered error, the clamps (lower limit `low`), the
-// quantiser against threshold t; stores the error in *err and returns the code. The
-// level is picked without a branch (the remainder against the threshold is a coin
-// toss in a dithered image): q0 or q0 + step, and the error v - q of the one picked.
+// quantiser against threshold t; stores the error in *err and returns the code.
 template <Sample S, Sample D, bool Half>
 PXK_INLINE SampleT<D> diffuseSample(float v, float low, float inv, float step, float t, float* err) {
-    const float q0 = static_cast<float>(truncToInt32(v * inv)) * step;
-    const float q = pickFloat(v - q0 > t, q0 + step, q0);
-    const bool high = v >= domainTop<S>();
-    const bool below = !high && v < low;
-    *err = pickFloat(high || below, 0.0f, v - q);
-    const SampleT<D> code = codeOfLevel<S, D, Half>(q);
-    return high ? largestCode<D>() : (below ? smallestCode<D>() : code);
+    if (v >= domainTop<S>()) {
+        *err = 0.0f;
+        return largestCode<D>();
+    }
+    if (v < low) {
+        *err = 0.0f;
+        return smallestCode<D>();
+    }
+    float q = static_cast<float>(truncToInt32(v * inv)) * step;
+    float r = v - q;
+    if (r > t) {
+        q = q + step;
+        r = v - q;
+    }
+    *err = r;
+    return codeOfLevel<S, D, Half>(q);
 }
 
 // The whole region. `rows` is the row buffers' place (zeroed here), `tables` null
