@@ -15,6 +15,7 @@
 #include <vector>
 #include <cstring>
 
+
 #include "pxkcc.h"
 
 namespace shapes {
@@ -287,6 +288,48 @@ PxkResult twoPlanesToPlanarSteps(TwoPlanesToPlanarSteps f, const Image& s, Image
 template <class Image>
 PxkResult planarStepsToTwoPlanes(PlanarStepsToTwoPlanes f, const Image& s, Image& d) {
     return f(s.planes(), s.steps(), d.planes()[0], d.steps()[0], d.planes()[1], d.steps()[1], regionOf(s));
+}
+
+// ---- bit-depth reduction: one method, noise and level count a row ----
+
+// A ReduceBits member of any sample types, run with 16 levels by `method` with `noise`
+// percent; the scratch buffer (12 bytes a pixel of a row and 6400 more, what any
+// method asks for) is kept from call to call.
+template <class S, class D, class Image>
+PxkResult reduceBitsBy(PxkResult (*f)(const S*, int32_t, D*, int32_t, PxkSize, uint32_t, PxkDitherType, int32_t,
+                                      uint8_t*),
+                       const Image& s, Image& d, PxkDitherType method, uint32_t noise) {
+    static thread_local std::vector<uint8_t> scratch;
+    scratch.resize(static_cast<size_t>(s.width()) * 12 + 6400);
+    return f(reinterpret_cast<const S*>(s.data()), s.step(), reinterpret_cast<D*>(d.data()), d.step(), regionOf(s),
+             noise, method, 16, scratch.data());
+}
+
+#define PXK_REDUCE_BITS_SHAPE(shape, method, noise)                                                            \
+    template <class S, class D, class Image>                                                                 \
+    PxkResult shape(PxkResult (*f)(const S*, int32_t, D*, int32_t, PxkSize, uint32_t, PxkDitherType, int32_t, \
+                                   uint8_t*),                                                                 \
+                    const Image& s, Image& d) {                                                               \
+        return reduceBitsBy(f, s, d, method, noise);                                                          \
+    }
+PXK_REDUCE_BITS_SHAPE(reduceBitsNone, pxkDitherNone, 0)
+PXK_REDUCE_BITS_SHAPE(reduceBitsFS, pxkDitherFS, 0)
+PXK_REDUCE_BITS_SHAPE(reduceBitsFSNoise, pxkDitherFS, 30)
+PXK_REDUCE_BITS_SHAPE(reduceBitsJJN, pxkDitherJJN, 0)
+PXK_REDUCE_BITS_SHAPE(reduceBitsStucki, pxkDitherStucki, 0)
+PXK_REDUCE_BITS_SHAPE(reduceBitsBayer, pxkDitherBayer, 0)
+PXK_REDUCE_BITS_SHAPE(reduceBitsBayerNoise, pxkDitherBayer, 30)
+#undef PXK_REDUCE_BITS_SHAPE
+
+using OneBit = PxkResult (*)(const uint8_t*, int32_t, uint8_t*, int32_t, int32_t, PxkSize, int32_t, int32_t,
+                             PxkDitherType, uint8_t, uint8_t*);
+
+// The one-bit member by integer Stucki at threshold 128, rows from bit 0.
+template <class Image>
+PxkResult oneBitStucki(OneBit f, const Image& s, Image& d) {
+    static thread_local std::vector<uint8_t> scratch;
+    scratch.resize(static_cast<size_t>(s.width()) * 12 + 112);
+    return f(s.data(), s.step(), d.data(), d.step(), 0, regionOf(s), 0, 0, pxkDitherStucki, 128, scratch.data());
 }
 
 // ---- one function per export: export given at compile time ----

@@ -52,6 +52,9 @@ struct Export {
     Layout dst;
     Content input;
     Convert (*bind)(void* address);
+    // Rows of one export that measure different settings name them here ("/FS");
+    // the benchmark name is the export's name, the variant, then the build.
+    const char* variant = "";
 };
 
 // Our exports (ours.cpp), in table order.

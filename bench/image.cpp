@@ -22,6 +22,12 @@ int bytesPerPixel(Layout layout) {
     case Layout::C3F32: return 12;
     case Layout::AC4F32: return 16;
     case Layout::P3F32: return 4;
+    case Layout::G8: return 1;
+    case Layout::W16C3: return 6;
+    case Layout::W16C4: return 8;
+    case Layout::F32C1: return 4;
+    case Layout::F32C3: return 12;
+    case Layout::F32C4: return 16;
     default: return 1;
     }
 }
@@ -51,6 +57,12 @@ int bytesPerFourPixels(Layout layout) {
     case Layout::C3F32: return 48;
     case Layout::AC4F32: return 64;
     case Layout::P3F32: return 48;
+    case Layout::G8:
+    case Layout::W16C3:
+    case Layout::W16C4:
+    case Layout::F32C1:
+    case Layout::F32C3:
+    case Layout::F32C4: return 4 * bytesPerPixel(layout);
     }
     return 0;
 }
@@ -109,6 +121,12 @@ const char* layoutName(Layout layout) {
     case Layout::C3F32: return "C3F32";
     case Layout::AC4F32: return "AC4F32";
     case Layout::P3F32: return "P3F32";
+    case Layout::G8: return "G8";
+    case Layout::W16C3: return "W16C3";
+    case Layout::W16C4: return "W16C4";
+    case Layout::F32C1: return "F32C1";
+    case Layout::F32C3: return "F32C3";
+    case Layout::F32C4: return "F32C4";
     }
     return "?";
 }
@@ -171,6 +189,10 @@ void Image::fill(Content content, uint32_t seed) {
         return;
     }
     if (layout_ == Layout::C3F32 || layout_ == Layout::AC4F32 || layout_ == Layout::P3F32) {
+        fillUnitFloats(state);
+        return;
+    }
+    if (content == Content::UnitFloats) {
         fillUnitFloats(state);
         return;
     }

@@ -38,7 +38,14 @@ enum class Layout {
     AC4W16,
     C3F32,
     AC4F32,
-    P3F32
+    P3F32,
+    // Bit-depth reduction sides: packed samples of 1, 2 or 4 bytes.
+    G8,     // one byte a pixel
+    W16C3,  // three 16-bit samples a pixel
+    W16C4,  // four 16-bit samples a pixel
+    F32C1,  // one float a pixel
+    F32C3,  // three floats a pixel
+    F32C4   // four floats a pixel
 };
 
 // Bytes of one interleaved pixel (packed layouts; one sample for planar ones).
@@ -59,7 +66,8 @@ const char* layoutName(Layout layout);
 enum class Content {
     Rgb,    // any byte
     YCbCr,  // studio range: Y 16..235, Cb and Cr 16..240
-    Light   // F32 images: floats in [0, 1000); other layouts: any byte
+    Light,      // F32 images: floats in [0, 1000); other layouts: any byte
+    UnitFloats  // float samples in 0..1 (float layouts)
 };
 
 // Bytes freed with std::free (std::aligned_alloc storage).

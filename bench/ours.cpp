@@ -9,13 +9,14 @@ namespace bench {
 // The address comes from the build being measured; its type comes from the export's
 // declaration in pxkcc.h, so a row whose adapter does not fit the export's signature
 // does not compile.
-#define PXK_ROW(fn, src, dst, content, shape)                                            \
+#define PXK_ROW_AS(fn, variant, src, dst, content, shape)                                \
     Export {                                                                              \
         #fn, Layout::src, Layout::dst, Content::content, [](void* address) -> Convert {  \
             const auto f = reinterpret_cast<decltype(&fn)>(address);                     \
             return [f](const Image& s, Image& d) { return shapes::shape(f, s, d); };     \
-        }                                                                                 \
+        }, variant                                                                        \
     }
+#define PXK_ROW(fn, src, dst, content, shape) PXK_ROW_AS(fn, "", src, dst, content, shape)
 
 const std::vector<Export>& ourExports() {
     static const std::vector<Export> table = {
@@ -285,11 +286,119 @@ const std::vector<Export>& ourExports() {
         PXK_ROW(pxkiYCbCr420To1620_8u_P3R, P420, P411, YCbCr, planarToPlanarSteps),
         PXK_ROW(pxkiYCbCr411To420_8u_P3R, P411, P420, YCbCr, planarToPlanarSteps),
         PXK_ROW(pxkiYCbCr420To411_8u_P3R, P420, P411, YCbCr, planarToPlanarSteps),
+        // Bit-depth reduction: every member without dither, by Floyd-Steinberg and by the
+        // ordered matrix (16 levels); the other methods and noise on the 8u members.
+        PXK_ROW_AS(pxkiReduceBits_8u_C1R, "/None", G8, G8, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_8u_C1R, "/FS", G8, G8, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_8u_C1R, "/Bayer", G8, G8, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_8u_C3R, "/None", C3, C3, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_8u_C3R, "/FS", C3, C3, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_8u_C3R, "/Bayer", C3, C3, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_8u_AC4R, "/None", AC4, AC4, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_8u_AC4R, "/FS", AC4, AC4, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_8u_AC4R, "/Bayer", AC4, AC4, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_8u_C4R, "/None", AC4, AC4, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_8u_C4R, "/FS", AC4, AC4, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_8u_C4R, "/Bayer", AC4, AC4, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16u_C1R, "/None", W16, W16, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16u_C1R, "/FS", W16, W16, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16u_C1R, "/Bayer", W16, W16, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16u_C3R, "/None", W16C3, W16C3, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16u_C3R, "/FS", W16C3, W16C3, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16u_C3R, "/Bayer", W16C3, W16C3, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16u_AC4R, "/None", W16C4, W16C4, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16u_AC4R, "/FS", W16C4, W16C4, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16u_AC4R, "/Bayer", W16C4, W16C4, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16u_C4R, "/None", W16C4, W16C4, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16u_C4R, "/FS", W16C4, W16C4, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16u_C4R, "/Bayer", W16C4, W16C4, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16s_C1R, "/None", W16, W16, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16s_C1R, "/FS", W16, W16, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16s_C1R, "/Bayer", W16, W16, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16s_C3R, "/None", W16C3, W16C3, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16s_C3R, "/FS", W16C3, W16C3, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16s_C3R, "/Bayer", W16C3, W16C3, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16s_AC4R, "/None", W16C4, W16C4, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16s_AC4R, "/FS", W16C4, W16C4, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16s_AC4R, "/Bayer", W16C4, W16C4, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16s_C4R, "/None", W16C4, W16C4, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16s_C4R, "/FS", W16C4, W16C4, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16s_C4R, "/Bayer", W16C4, W16C4, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16u8u_C1R, "/None", W16, G8, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16u8u_C1R, "/FS", W16, G8, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16u8u_C1R, "/Bayer", W16, G8, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16u8u_C3R, "/None", W16C3, C3, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16u8u_C3R, "/FS", W16C3, C3, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16u8u_C3R, "/Bayer", W16C3, C3, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16u8u_AC4R, "/None", W16C4, AC4, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16u8u_AC4R, "/FS", W16C4, AC4, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16u8u_AC4R, "/Bayer", W16C4, AC4, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16u8u_C4R, "/None", W16C4, AC4, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16u8u_C4R, "/FS", W16C4, AC4, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16u8u_C4R, "/Bayer", W16C4, AC4, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16s8u_C1R, "/None", W16, G8, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16s8u_C1R, "/FS", W16, G8, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16s8u_C1R, "/Bayer", W16, G8, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16s8u_C3R, "/None", W16C3, C3, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16s8u_C3R, "/FS", W16C3, C3, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16s8u_C3R, "/Bayer", W16C3, C3, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16s8u_AC4R, "/None", W16C4, AC4, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16s8u_AC4R, "/FS", W16C4, AC4, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16s8u_AC4R, "/Bayer", W16C4, AC4, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_16s8u_C4R, "/None", W16C4, AC4, Rgb, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_16s8u_C4R, "/FS", W16C4, AC4, Rgb, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_16s8u_C4R, "/Bayer", W16C4, AC4, Rgb, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_32f8u_C1R, "/None", F32C1, G8, UnitFloats, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_32f8u_C1R, "/FS", F32C1, G8, UnitFloats, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_32f8u_C1R, "/Bayer", F32C1, G8, UnitFloats, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_32f8u_C3R, "/None", F32C3, C3, UnitFloats, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_32f8u_C3R, "/FS", F32C3, C3, UnitFloats, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_32f8u_C3R, "/Bayer", F32C3, C3, UnitFloats, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_32f8u_AC4R, "/None", F32C4, AC4, UnitFloats, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_32f8u_AC4R, "/FS", F32C4, AC4, UnitFloats, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_32f8u_AC4R, "/Bayer", F32C4, AC4, UnitFloats, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_32f8u_C4R, "/None", F32C4, AC4, UnitFloats, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_32f8u_C4R, "/FS", F32C4, AC4, UnitFloats, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_32f8u_C4R, "/Bayer", F32C4, AC4, UnitFloats, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_32f16u_C1R, "/None", F32C1, W16, UnitFloats, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_32f16u_C1R, "/FS", F32C1, W16, UnitFloats, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_32f16u_C1R, "/Bayer", F32C1, W16, UnitFloats, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_32f16u_C3R, "/None", F32C3, W16C3, UnitFloats, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_32f16u_C3R, "/FS", F32C3, W16C3, UnitFloats, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_32f16u_C3R, "/Bayer", F32C3, W16C3, UnitFloats, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_32f16u_AC4R, "/None", F32C4, W16C4, UnitFloats, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_32f16u_AC4R, "/FS", F32C4, W16C4, UnitFloats, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_32f16u_AC4R, "/Bayer", F32C4, W16C4, UnitFloats, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_32f16u_C4R, "/None", F32C4, W16C4, UnitFloats, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_32f16u_C4R, "/FS", F32C4, W16C4, UnitFloats, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_32f16u_C4R, "/Bayer", F32C4, W16C4, UnitFloats, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_32f16s_C1R, "/None", F32C1, W16, UnitFloats, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_32f16s_C1R, "/FS", F32C1, W16, UnitFloats, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_32f16s_C1R, "/Bayer", F32C1, W16, UnitFloats, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_32f16s_C3R, "/None", F32C3, W16C3, UnitFloats, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_32f16s_C3R, "/FS", F32C3, W16C3, UnitFloats, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_32f16s_C3R, "/Bayer", F32C3, W16C3, UnitFloats, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_32f16s_AC4R, "/None", F32C4, W16C4, UnitFloats, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_32f16s_AC4R, "/FS", F32C4, W16C4, UnitFloats, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_32f16s_AC4R, "/Bayer", F32C4, W16C4, UnitFloats, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_32f16s_C4R, "/None", F32C4, W16C4, UnitFloats, reduceBitsNone),
+        PXK_ROW_AS(pxkiReduceBits_32f16s_C4R, "/FS", F32C4, W16C4, UnitFloats, reduceBitsFS),
+        PXK_ROW_AS(pxkiReduceBits_32f16s_C4R, "/Bayer", F32C4, W16C4, UnitFloats, reduceBitsBayer),
+        PXK_ROW_AS(pxkiReduceBits_8u_C1R, "/JJN", G8, G8, Rgb, reduceBitsJJN),
+        PXK_ROW_AS(pxkiReduceBits_8u_C1R, "/Stucki", G8, G8, Rgb, reduceBitsStucki),
+        PXK_ROW_AS(pxkiReduceBits_8u_C1R, "/FS+noise", G8, G8, Rgb, reduceBitsFSNoise),
+        PXK_ROW_AS(pxkiReduceBits_8u_C1R, "/Bayer+noise", G8, G8, Rgb, reduceBitsBayerNoise),
+        PXK_ROW_AS(pxkiReduceBits_8u_C3R, "/JJN", C3, C3, Rgb, reduceBitsJJN),
+        PXK_ROW_AS(pxkiReduceBits_8u_C3R, "/Stucki", C3, C3, Rgb, reduceBitsStucki),
+        PXK_ROW_AS(pxkiReduceBits_8u_C3R, "/FS+noise", C3, C3, Rgb, reduceBitsFSNoise),
+        PXK_ROW_AS(pxkiReduceBits_8u_C3R, "/Bayer+noise", C3, C3, Rgb, reduceBitsBayerNoise),
+        PXK_ROW_AS(pxkiReduceBits_8u1u_C1R, "/Stucki", G8, G8, Rgb, oneBitStucki),
     };
     return table;
 }
 
 #undef PXK_ROW
+#undef PXK_ROW_AS
 
 bool ourCases(const std::vector<Library>& libraries, std::vector<Case>& cases, std::string& error) {
     for (const Library& lib : libraries) {
@@ -304,7 +413,7 @@ bool ourCases(const std::vector<Library>& libraries, std::vector<Case>& cases, s
     }
     for (const Export& e : ourExports()) {
         for (const Library& lib : libraries) {
-            Case c{ourCaseName(e.name, lib.label), e.src, e.dst, e.input,
+            Case c{ourCaseName(std::string(e.name) + e.variant, lib.label), e.src, e.dst, e.input,
                    e.bind(lib.address(e.name)), {}, ""};
             c.exportName = e.name;
             c.library = lib.label;

@@ -1187,6 +1187,161 @@ PXKCC_API PxkResult pxkiYCbCr411To420_8u_P3R(const uint8_t* const pSrc[3], const
 PXKCC_API PxkResult pxkiYCbCr420To411_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
                                              uint8_t* const pDst[3], const int32_t dstStep[3], PxkSize roiSize);
 
+/* ------------------------------------------------------------------------ */
+/* Bit-depth reduction: ReduceBits                                           */
+/* ------------------------------------------------------------------------ */
+/* Lowers samples to `levels` evenly spaced levels (L = levels - 1 steps),
+ * optionally changing the sample type, by dtype: pxkDitherNone (nearest level,
+ * computed in single precision in the range 0..1), pxkDitherFS, pxkDitherJJN,
+ * pxkDitherStucki (error diffusion in float, one channel at a time, rows left to
+ * right; the errors one channel leaves feed the first row of the next) or
+ * pxkDitherBayer (4 x 4 ordered matrix, indexed from the region's first row and
+ * column). `noise` (0..100 percent) spreads the quantiser's threshold with values
+ * from a table rebuilt on every call (the same arguments give the same image);
+ * it has no effect with pxkDitherNone.
+ * Working domain of the diffusion and ordered methods: 0..255 (8u), 0..65535
+ * (16u, 16s plus 32768, 16u8u, 16s8u plus 32768), 0..1 (32f sources, taken as
+ * they stand: nothing clamps them before quantising). Largest levels: 256 for
+ * 8-bit destinations, 65536 for 16-bit ones. Output codes are saturated to the
+ * destination's range.
+ * Layouts: C1, C3, C4 (all four samples reduced) and AC4 (the fourth sample of
+ * each destination pixel is never written). Least size 1 x 1; steps in bytes,
+ * not tested; the diffusion methods cut each step to whole elements of its side
+ * (16-bit: step >> 1, float: step >> 2).
+ * pBuffer: scratch of at least pxkiReduceBitsGetBufferSize bytes for the same
+ * width, noise and dtype (any alignment; it is used from the next multiple of 64
+ * bytes); not read with pxkDitherNone, nor with pxkDitherBayer without noise.
+ * Checks, in order: pSrc, pDst (pxkErrNullPtr); width, height (pxkErrSize);
+ * noise > 100 (pxkErrNoiseRange); levels (pxkErrDitherLevels); dtype outside
+ * 0..4 (pxkErrDitherType); a null pBuffer where it is used (pxkErrNullPtr).
+ * The pxkDitherFS forms of 16s8u, 32f8u, 32f16u and 32f16s add 0.5 before the
+ * final truncation, as do the pxkDitherBayer forms with noise of those types in
+ * C1, C3 and AC4 (never in C4). Float sources under pxkDitherFS take
+ * 1.1920929e-7 as their lower clamp.
+ *
+ * pxkiReduceBitsGetBufferSize: bytes of scratch for a row of roiSize.width
+ * pixels (the height is neither tested nor used; the size does not depend on
+ * the channels). 0 for pxkDitherNone and for pxkDitherBayer without noise.
+ * Checks, in order: pBufferSize (pxkErrNullPtr), width below 1 (pxkErrSize),
+ * channelCode not 1, 3, 4 or 9 (pxkErrChannels), noise > 100
+ * (pxkErrNoiseRange), dtype outside 0..4 (pxkErrDitherType); a size beyond
+ * INT32_MAX gives pxkErrSize.
+ *
+ * pxkiReduceBits_8u1u_C1R: 8-bit samples to one bit each, most significant bit
+ * first, each row starting at bit (dstBitOffset & 7) of the byte at
+ * pDst + row * dstStep (only the low three bits of the offset count). dtype
+ * pxkDitherNone: bit = threshold < sample; pxkDitherStucki: integer Stucki
+ * diffusion, which needs the buffer that pxkiReduceBitsGetBufferSize gives for
+ * pxkDitherStucki without noise (its rows start at the aligned base). The first
+ * byte of a row keeps its bits above the offset and has the bits after the
+ * written ones cleared; a last byte that is not also the first keeps the bits
+ * after the row's last pixel. spare1 and spare2 are never read.
+ * Checks, in order: pSrc, pDst (pxkErrNullPtr); width or height below 1 or a
+ * negative dstBitOffset (pxkErrSize); dtype other than 0 or 3
+ * (pxkErrDitherType); with dtype 3 a null pBuffer (pxkErrNullPtr). */
+PXKCC_API PxkResult pxkiReduceBitsGetBufferSize(int32_t channelCode, PxkSize roiSize, uint32_t noise,
+                                                PxkDitherType dtype, int32_t* pBufferSize);
+PXKCC_API PxkResult pxkiReduceBits_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_8u_C4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16u_C1R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16u_C4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16s_C1R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16s_C3R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16s_AC4R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16s_C4R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16u8u_C1R(const uint16_t* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16u8u_C3R(const uint16_t* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16u8u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16u8u_C4R(const uint16_t* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16s8u_C1R(const int16_t* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16s8u_C3R(const int16_t* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16s8u_AC4R(const int16_t* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_16s8u_C4R(const int16_t* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_32f8u_C1R(const float* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_32f8u_C3R(const float* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_32f8u_AC4R(const float* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_32f8u_C4R(const float* pSrc, int32_t srcStep, uint8_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_32f16u_C1R(const float* pSrc, int32_t srcStep, uint16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_32f16u_C3R(const float* pSrc, int32_t srcStep, uint16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_32f16u_AC4R(const float* pSrc, int32_t srcStep, uint16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_32f16u_C4R(const float* pSrc, int32_t srcStep, uint16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_32f16s_C1R(const float* pSrc, int32_t srcStep, int16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_32f16s_C3R(const float* pSrc, int32_t srcStep, int16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_32f16s_AC4R(const float* pSrc, int32_t srcStep, int16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_32f16s_C4R(const float* pSrc, int32_t srcStep, int16_t* pDst,
+    int32_t dstStep, PxkSize roiSize, uint32_t noise, PxkDitherType dtype, int32_t levels,
+    uint8_t* pBuffer);
+PXKCC_API PxkResult pxkiReduceBits_8u1u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                            int32_t dstStep, int32_t dstBitOffset, PxkSize roiSize,
+                                            int32_t spare1, int32_t spare2, PxkDitherType dtype,
+                                            uint8_t threshold, uint8_t* pBuffer);
+
 #ifdef __cplusplus
 }
 #endif

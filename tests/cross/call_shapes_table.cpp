@@ -104,6 +104,43 @@ const std::vector<ShapeRow>& callShapeRows() {
         // At height 2 it reads the source chroma row below the region and writes two
         // chroma rows below it; with positive steps those rows stay in the buffers.
         {"pxkiYCbCr420To411_8u_P3R", "... steps=positive"},
+        // Bit-depth reduction: noise, dither mode, levels (to the destination's largest),
+        // then a scratch buffer at least as large as the size query asks for any mode.
+        {"pxkiReduceBits_8u_C1R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400"},
+        {"pxkiReduceBits_8u_C3R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400"},
+        {"pxkiReduceBits_8u_AC4R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400"},
+        {"pxkiReduceBits_8u_C4R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400"},
+        {"pxkiReduceBits_16u_C1R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400"},
+        {"pxkiReduceBits_16u_C3R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400"},
+        {"pxkiReduceBits_16u_AC4R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400"},
+        {"pxkiReduceBits_16u_C4R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400"},
+        {"pxkiReduceBits_16s_C1R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400"},
+        {"pxkiReduceBits_16s_C3R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400"},
+        {"pxkiReduceBits_16s_AC4R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400"},
+        {"pxkiReduceBits_16s_C4R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400"},
+        {"pxkiReduceBits_16u8u_C1R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400"},
+        {"pxkiReduceBits_16u8u_C3R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400"},
+        {"pxkiReduceBits_16u8u_AC4R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400"},
+        {"pxkiReduceBits_16u8u_C4R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400"},
+        {"pxkiReduceBits_16s8u_C1R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400"},
+        {"pxkiReduceBits_16s8u_C3R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400"},
+        {"pxkiReduceBits_16s8u_AC4R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400"},
+        {"pxkiReduceBits_16s8u_C4R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400"},
+        {"pxkiReduceBits_32f8u_C1R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400 floats=-0.25:1.25"},
+        {"pxkiReduceBits_32f8u_C3R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400 floats=-0.25:1.25"},
+        {"pxkiReduceBits_32f8u_AC4R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400 floats=-0.25:1.25"},
+        {"pxkiReduceBits_32f8u_C4R", "... u32:0:100 i32:0:4 i32:2:256 scratch:12:6400 floats=-0.25:1.25"},
+        {"pxkiReduceBits_32f16u_C1R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400 floats=-0.25:1.25"},
+        {"pxkiReduceBits_32f16u_C3R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400 floats=-0.25:1.25"},
+        {"pxkiReduceBits_32f16u_AC4R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400 floats=-0.25:1.25"},
+        {"pxkiReduceBits_32f16u_C4R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400 floats=-0.25:1.25"},
+        {"pxkiReduceBits_32f16s_C1R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400 floats=-0.25:1.25"},
+        {"pxkiReduceBits_32f16s_C3R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400 floats=-0.25:1.25"},
+        {"pxkiReduceBits_32f16s_AC4R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400 floats=-0.25:1.25"},
+        {"pxkiReduceBits_32f16s_C4R", "... u32:0:100 i32:0:4 i32:2:65536 scratch:12:6400 floats=-0.25:1.25"},
+        {"pxkiReduceBitsGetBufferSize", "i32:0:9 size u32:0:120 i32:-1:5 out:i32"},
+        // dstBitOffset, the size, two unread words, the mode (0 and 3 valid), threshold.
+        {"pxkiReduceBits_8u1u_C1R", "src step dst step i32:0:20 size i32:0:0 i32:0:0 i32:0:3 u8:0:255 scratch:12:112"},
     };
     return rows;
 }

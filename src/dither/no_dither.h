@@ -1,0 +1,94 @@
+// The path without dither: nearest level in the normalised range 0 to 1, in single
+// precision throughout. Every sample is independent of its column, so C1, C3 and C4
+// rows are one flat run of width * channels samples, in vectors of four samples a
+// lane and a scalar tail with the same arithmetic. AC4 rows run the same way over all
+// four samples of each pixel, and only the first three of each are written.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+
+#include "dither/sample_vectors.h"
+#include "dither/samples.h"
+
+namespace pxk {
+namespace dither {
+
+// Bits of the normalising factors: 1.5259022e-5 for 16-bit sources, 0.003921569 for
+// 8-bit ones.
+PXK_INLINE float floatFromBits(uint32_t bits) {
+    float f;
+    std::memcpy(&f, &bits, sizeof f);
+    return f;
+}
+
+template <Sample S, Sample D>
+struct NearestLevelForm {
+    float levels;  // L as a float
+    float stepN;   // 1 / L
+    float halfN;   // 0.5 / L
+
+    explicit NearestLevelForm(int32_t L)
+        : levels(static_cast<float>(L)), stepN(1.0f / static_cast<float>(L)), halfN(0.5f / static_cast<float>(L)) {}
+
+    // The source's factor to the range 0 to 1 (1 for floats, never used).
+    static float factor() { return floatFromBits(S == Sample::U8 ? 0x3B808081u : 0x37800080u); }
+    static constexpr float kScale = D == Sample::U8 ? 255.0f : 65535.0f;
+
+    // The vector form: codes before saturation.
+    template <class V>
+    PXK_INLINE V apply(const SampleT<S>* p) const {
+        using namespace vec;
+        using F = FloatOf<V>;
+        F x = loadDomainVec<S, V>(p);
+        if constexpr (S != Sample::F32) x = mulF(x, splatF<F>(factor()));
+        const F step = splatF<F>(stepN);
+        F y = mulF(toFloat(truncToInt(mulF(x, splatF<F>(levels)))), step);
+        y = selectF(lessF(splatF<F>(halfN), subF(x, y)), addF(y, step), y);
+        // No rounding term: float error in y may land a sample one code low.
+        return truncToInt(mulF(y, splatF<F>(kScale)));
+    }
+
+    // The scalar twin.
+    PXK_INLINE SampleT<D> apply(SampleT<S> s) const {
+        float x = toDomain<S>(s);
+        if constexpr (S != Sample::F32) x = x * factor();
+        float y = static_cast<float>(truncToInt32(x * levels)) * stepN;
+        if (x - y > halfN) y = y + stepN;
+        return saturateCode<D>(truncToInt32(y * kScale));
+    }
+};
+
+template <Sample S, Sample D, int Code>
+void reduceNearest(const SampleT<S>* src, int32_t srcStep, SampleT<D>* dst, int32_t dstStep, PxkSize size,
+                   int32_t L) {
+    using Lay = Layout<Code>;
+    constexpr bool kKeepFourth = Code == 4;
+    const NearestLevelForm<S, D> form(L);
+    // Runs of at most 2^24 pixels, so that a run's sample count fits an int32.
+    constexpr int32_t kRun = 1 << 24;
+    for (int32_t y = 0; y < size.height; ++y) {
+        const SampleT<S>* rowS = rowAt(src, y, srcStep);
+        SampleT<D>* rowD = rowAt(dst, y, dstStep);
+        for (int32_t x0 = 0; x0 < size.width; x0 += kRun) {
+            const std::intptr_t first = static_cast<std::intptr_t>(x0) * Lay::kStride;
+            const SampleT<S>* s = rowS + first;
+            SampleT<D>* d = rowD + first;
+            const int32_t n = (size.width - x0 < kRun ? size.width - x0 : kRun) * Lay::kStride;
+            runSamples(
+                n,
+                [&](int32_t i, auto* type) PXK_LAMBDA_INLINE {
+                    using V = std::remove_pointer_t<decltype(type)>;
+                    storeCodesVec<D, kKeepFourth>(d + i, packCodes<D>(form.template apply<V>(s + i)));
+                },
+                [&](int32_t i) {
+                    if (kKeepFourth && i % 4 == 3) return;
+                    storeSample(d + i, form.apply(loadSample(s + i)));
+                });
+        }
+    }
+}
+
+}  // namespace dither
+}  // namespace pxk
