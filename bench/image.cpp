@@ -13,6 +13,15 @@ int bytesPerPixel(Layout layout) {
     case Layout::C4: return 4;
     case Layout::C2: return 2;
     case Layout::W16: return 2;
+    case Layout::B4: return 4;
+    case Layout::B6: return 6;
+    case Layout::B8: return 8;
+    case Layout::B12: return 12;
+    case Layout::B16: return 16;
+    case Layout::B24: return 24;
+    case Layout::B32: return 32;
+    case Layout::P3W16: return 2;
+    case Layout::P3F32: return 4;
     default: return 1;
     }
 }
@@ -31,6 +40,16 @@ int bytesPerFourPixels(Layout layout) {
     case Layout::P411: return 6;
     case Layout::W16: return 8;
     case Layout::V210: return 0;  // 16 bytes for six pixels: see bytesMovedPerPixel
+    case Layout::G8: return 4;
+    case Layout::B4: return 16;
+    case Layout::B6: return 24;
+    case Layout::B8: return 32;
+    case Layout::B12: return 48;
+    case Layout::B16: return 64;
+    case Layout::B24: return 96;
+    case Layout::B32: return 128;
+    case Layout::P3W16: return 24;
+    case Layout::P3F32: return 48;
     }
     return 0;
 }
@@ -42,6 +61,7 @@ double bytesMovedPerPixel(Layout layout) {
 size_t rowBytesOf(Layout layout, int width) {
     const size_t w = static_cast<size_t>(width);
     if (layout == Layout::V210) return (w + 5) / 6 * 16;
+    if (layout == Layout::P3W16 || layout == Layout::P3F32) return w * static_cast<size_t>(bytesPerPixel(layout));
     return w * static_cast<size_t>(isPlanar(layout) ? 1 : bytesPerPixel(layout));
 }
 
@@ -52,7 +72,9 @@ int planeCount(Layout layout) {
     case Layout::P3:
     case Layout::P420:
     case Layout::P422:
-    case Layout::P411: return 3;
+    case Layout::P411:
+    case Layout::P3W16:
+    case Layout::P3F32: return 3;
     case Layout::P2: return 2;
     case Layout::P4: return 4;
     default: return 1;
@@ -73,6 +95,16 @@ const char* layoutName(Layout layout) {
     case Layout::P2: return "P2";
     case Layout::V210: return "V210";
     case Layout::W16: return "W16";
+    case Layout::G8: return "G8";
+    case Layout::B4: return "B4";
+    case Layout::B6: return "B6";
+    case Layout::B8: return "B8";
+    case Layout::B12: return "B12";
+    case Layout::B16: return "B16";
+    case Layout::B24: return "B24";
+    case Layout::B32: return "B32";
+    case Layout::P3W16: return "P3W16";
+    case Layout::P3F32: return "P3F32";
     }
     return "?";
 }
@@ -96,6 +128,21 @@ uint32_t nextRandom(uint32_t& state) {
 // Maps a random byte into [lo, hi] without a division per sample.
 uint8_t inRange(uint32_t r, int lo, int hi) {
     return static_cast<uint8_t>(lo + (((r & 0xFFu) * static_cast<uint32_t>(hi - lo + 1)) >> 8));
+}
+
+// Floats (or doubles) in [0, 1) over `bytes` bytes of a row.
+void fillUnitFloats(uint8_t* row, size_t bytes, bool doubles, uint32_t& state) {
+    if (doubles) {
+        for (size_t i = 0; i + 8 <= bytes; i += 8) {
+            const double v = (nextRandom(state) >> 8) * (1.0 / 16777216.0);
+            std::memcpy(row + i, &v, 8);
+        }
+    } else {
+        for (size_t i = 0; i + 4 <= bytes; i += 4) {
+            const float v = static_cast<float>((nextRandom(state) >> 8) * (1.0 / 16777216.0));
+            std::memcpy(row + i, &v, 4);
+        }
+    }
 }
 
 }  // namespace
@@ -133,6 +180,10 @@ void Image::fill(Content content, uint32_t seed) {
     for (int p = 0; p < planeCount(layout_); ++p) {
         for (int y = 0; y < height_; ++y) {
             uint8_t* row = planes_[p] + static_cast<size_t>(step_) * static_cast<size_t>(y);
+            if (content == Content::Float32 || content == Content::Float64) {
+                fillUnitFloats(row, static_cast<size_t>(rowBytes), content == Content::Float64, state);
+                continue;
+            }
             for (int x = 0; x < rowBytes; ++x) {
                 const uint32_t r = nextRandom(state) >> 24;
                 const int channel = planar ? p : x % channels;

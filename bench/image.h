@@ -24,7 +24,11 @@ enum class Layout {
     P411, // three planes, chroma at quarter width (steps as an array)
     P2,   // a Y plane and a plane of chroma pairs at half height (a step each)
     V210, // 32-bit words, six pixels in four words (10-bit 4:2:2)
-    W16   // one 16-bit word a pixel
+    W16,  // one 16-bit word a pixel
+    // Gray and twist: one byte a pixel, and packed pixels of wider samples by their
+    // size in bytes (16u C3 is B6, 32f AC4 is B16, 64f C3 is B24, ...); planes of wider
+    // samples by their bytes a sample (three planes, one common step)
+    G8, B4, B6, B8, B12, B16, B24, B32, P3W16, P3F32
 };
 
 // Bytes of one interleaved pixel (packed layouts; 1 for planar ones).
@@ -44,7 +48,9 @@ const char* layoutName(Layout layout);
 // What the samples of a source image hold; decides the value range of the fill.
 enum class Content {
     Rgb,    // any byte
-    YCbCr   // studio range: Y 16..235, Cb and Cr 16..240
+    YCbCr,  // studio range: Y 16..235, Cb and Cr 16..240
+    Float32,  // 32-bit floats in [0, 1)
+    Float64   // 64-bit floats in [0, 1)
 };
 
 // Bytes freed with std::free (std::aligned_alloc storage).

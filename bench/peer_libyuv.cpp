@@ -74,6 +74,12 @@ int fromTwoPlanes(const Image& s, Image& d) {
 void holdToSsse3() { libyuv::MaskCpuFlags(libyuv::kCpuHasX86 | libyuv::kCpuHasSSE2 | libyuv::kCpuHasSSSE3); }
 void release() { libyuv::MaskCpuFlags(-1); }  // back to what the processor offers
 
+// A 4x4 matrix of signed 6-bit fixed-point weights over B,G,R,A pixels.
+int argbColorMatrix(const Image& s, Image& d) {
+    static const int8_t m[16] = {32, 16, 8, 0, -16, 48, 16, 0, 16, -32, 56, 0, 0, 0, 0, 64};
+    return libyuv::ARGBColorMatrix(s.data(), s.step(), d.data(), d.step(), m, s.width(), s.height());
+}
+
 void addBoth(std::vector<Case>& cases, Case c) {
     cases.push_back(c);
     c.name += " (SSSE3)";
@@ -212,6 +218,19 @@ std::vector<Case> libyuvCases() {
                     {"pxkiBGRToYCbCr420_709CSC_8u_C3P3R", "pxkiBGRToYCrCb420_709CSC_8u_C3P3R",
                      "pxkiBGRToYCbCr420_709CSC_8u_C3P2R"},
                     "BT.601 matrix, B,G,R source"});
+    // Gray: full-range (JPEG) luma of packed pixels, one byte a pixel.
+    addBoth(cases, {"libyuv/RGB24ToJ400", Layout::C3, Layout::G8, Content::Rgb, toPacked<libyuv::RGB24ToJ400>,
+                    {"pxkiRGBToGray_8u_C3C1R", "pxkiColorToGray_8u_C3C1R"},
+                    "B,G,R source, fixed weights"});
+    addBoth(cases, {"libyuv/ARGBToJ400", Layout::AC4, Layout::G8, Content::Rgb, toPacked<libyuv::ARGBToJ400>,
+                    {"pxkiRGBToGray_8u_AC4C1R", "pxkiColorToGray_8u_AC4C1R"},
+                    "B,G,R,A source, fixed weights"});
+    addBoth(cases, {"libyuv/J400ToARGB", Layout::G8, Layout::C4, Content::Rgb, toPacked<libyuv::J400ToARGB>,
+                    {"pxkiGrayToRGB_8u_C1C4R", "pxkiGrayToRGB_8u_C1C3R"},
+                    "alpha 255"});
+    addBoth(cases, {"libyuv/ARGBColorMatrix", Layout::AC4, Layout::AC4, Content::Rgb, argbColorMatrix,
+                    {"pxkiColorTwist32f_8u_AC4R", "pxkiColorTwist32f_8u_AC4IR", "pxkiColorTwist32f_8u_C3R"},
+                    "fixed-point 4x4 matrix, no offset, B,G,R,A"});
     return cases;
 }
 #else
