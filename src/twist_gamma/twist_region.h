@@ -41,6 +41,31 @@ PXK_INLINE PxkResult checkPacked(const T* src, int32_t srcStep, const T* dst, in
     return checkSteps(srcStep, dstStep);
 }
 
+template <class T>
+PXK_INLINE PxkResult checkInPlace(const T* srcDst, int32_t step, PxkSize size, const float* twist) {
+    PXK_CHECK(checkPtrs(srcDst, twist));
+    PXK_CHECK(checkSize(size, 1, 1));
+    return checkSteps(step);
+}
+
+template <class T>
+PXK_INLINE PxkResult checkPlanar(const T* const src[3], int32_t srcStep, T* const dst[3], int32_t dstStep,
+                                 PxkSize size, const float* twist) {
+    PXK_CHECK(checkPtrs(src, dst, twist));
+    PXK_CHECK(checkPlanes(src, 3));
+    PXK_CHECK(checkPlanes(dst, 3));
+    PXK_CHECK(checkSize(size, 1, 1));
+    return checkSteps(srcStep, dstStep);
+}
+
+template <class T>
+PXK_INLINE PxkResult checkPlanarInPlace(T* const srcDst[3], int32_t step, PxkSize size, const float* twist) {
+    PXK_CHECK(checkPtrs(srcDst, twist));
+    PXK_CHECK(checkPlanes(srcDst, 3));
+    PXK_CHECK(checkSize(size, 1, 1));
+    return checkSteps(step);
+}
+
 template <class T, PackedRow<T> Row>
 __attribute__((noinline)) void packedRegion(const T* src, int32_t srcStep, T* dst, int32_t dstStep, PxkSize size,
                                             const Matrix<3>& m) {
@@ -59,9 +84,7 @@ PxkResult twistPacked(const T* src, int32_t srcStep, T* dst, int32_t dstStep, Px
 
 template <class Scope, class T, PackedRow<T> Row>
 PxkResult twistPackedInPlace(T* srcDst, int32_t step, PxkSize size, const float* twist) {
-    PXK_CHECK(checkPtrs(srcDst, twist));
-    PXK_CHECK(checkSize(size, 1, 1));
-    PXK_CHECK(checkSteps(step));
+    PXK_CHECK(checkInPlace(srcDst, step, size, twist));
     const Matrix<3> m = matrixOf<3>(twist);
     Scope::run([&] { packedRegion<T, Row>(srcDst, step, srcDst, step, size, m); });
     return pxkOk;
@@ -84,11 +107,7 @@ __attribute__((noinline)) void planarRegion(const typename S::T* const src[3], i
 template <class Scope, class S>
 PxkResult twistPlanes(const typename S::T* const src[3], int32_t srcStep, typename S::T* const dst[3],
                       int32_t dstStep, PxkSize size, const float* twist) {
-    PXK_CHECK(checkPtrs(src, dst, twist));
-    PXK_CHECK(checkPlanes(src, 3));
-    PXK_CHECK(checkPlanes(dst, 3));
-    PXK_CHECK(checkSize(size, 1, 1));
-    PXK_CHECK(checkSteps(srcStep, dstStep));
+    PXK_CHECK(checkPlanar(src, srcStep, dst, dstStep, size, twist));
     const Matrix<3> m = matrixOf<3>(twist);
     Scope::run([&] { planarRegion<S>(src, srcStep, dst, dstStep, size, m); });
     return pxkOk;
@@ -96,10 +115,7 @@ PxkResult twistPlanes(const typename S::T* const src[3], int32_t srcStep, typena
 
 template <class Scope, class S>
 PxkResult twistPlanesInPlace(typename S::T* const srcDst[3], int32_t step, PxkSize size, const float* twist) {
-    PXK_CHECK(checkPtrs(srcDst, twist));
-    PXK_CHECK(checkPlanes(srcDst, 3));
-    PXK_CHECK(checkSize(size, 1, 1));
-    PXK_CHECK(checkSteps(step));
+    PXK_CHECK(checkPlanarInPlace(srcDst, step, size, twist));
     const Matrix<3> m = matrixOf<3>(twist);
     const typename S::T* const src[3] = {srcDst[0], srcDst[1], srcDst[2]};
     Scope::run([&] { planarRegion<S>(src, step, srcDst, step, size, m); });

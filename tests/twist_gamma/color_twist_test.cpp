@@ -1,5 +1,5 @@
 // ColorTwist: the 25 exports against the reference model over every width, several
-// heights, step layouts and matrices (in place and not), the documented cases with
+// heights, step layouts and matrices (in place and not), the known cases with
 // literal values, the control register around the integer members, the row merges
 // and the non-temporal threshold, statuses and guards.
 #include <gtest/gtest.h>
@@ -289,7 +289,7 @@ INSTANTIATE_TEST_SUITE_P(AllExports, TwistSweep, ::testing::ValuesIn(memberNames
                          [](const ::testing::TestParamInfo<std::string>& info) { return info.param; });
 
 // ---------------------------------------------------------------------------------
-// Documented cases
+// Known cases
 // ---------------------------------------------------------------------------------
 
 const float kIdentity[12] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0};

@@ -1,5 +1,5 @@
 // Colour to gray: the 18 reducing exports against the reference model over every
-// width, several heights and step layouts and several weight sets, the documented
+// width, several heights and step layouts and several weight sets, the known
 // cases with literal values, statuses and guards.
 #include <gtest/gtest.h>
 
@@ -166,7 +166,7 @@ TEST(GrayReduce, SixteenBitMembersFollowTheCallersRoundingMode) {
 }
 
 // ---------------------------------------------------------------------------------
-// Documented cases, literal values
+// Known cases, literal values
 // ---------------------------------------------------------------------------------
 
 // One row of `width` pixels all equal to `pixel` (C3 or AC4) through an 8u export.
