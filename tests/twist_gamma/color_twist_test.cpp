@@ -389,6 +389,40 @@ TEST(TwistCases, FourByFourAssociation) {
     }
 }
 
+// Every 8-bit colour through the blocks (rows of 256 pixels) and through single
+// pixels (rows of 15), with a continuous matrix and one full of ties; the sanitizer
+// build takes every sixteenth first channel.
+TEST(TwistCases, Every8uColourInBlocksAndSinglePixels) {
+    const Member& m = memberNamed("pxkiColorTwist32f_8u_C3R");
+    Rng rng(17);
+    const std::vector<float> matrices[2] = {matrixFor(m, rng, 0), matrixFor(m, rng, 1)};
+    std::vector<uint8_t> src(std::size_t(65535) * 3), dst(src.size()), want(src.size());
+    for (int r = 0; r < 256; r += pxktest::kLightSweep ? 16 : 1) {
+        for (int i = 0; i < 65535; ++i) {
+            src[std::size_t(i) * 3] = uint8_t(r);
+            src[std::size_t(i) * 3 + 1] = uint8_t(i >> 8);
+            src[std::size_t(i) * 3 + 2] = uint8_t(i & 255);
+        }
+        for (const std::vector<float>& t : matrices) {
+            for (int i = 0; i < 65535; ++i) {
+                const uint8_t* p = &src[std::size_t(i) * 3];
+                for (int k = 0; k < 3; ++k)
+                    want[std::size_t(i) * 3 + k] =
+                        uint8_t(reftwist::clampRound(reftwist::affine(&t[std::size_t(k) * 4], p[0], p[1], p[2]), 0, 255));
+            }
+            // 65535 = 255 rows of 257 pixels (16 blocks and one single pixel), and
+            // 4369 rows of 15 (single pixels only).
+            for (int width : {257, 15}) {
+                std::fill(dst.begin(), dst.end(), uint8_t(0));
+                ASSERT_EQ(pxkiColorTwist32f_8u_C3R(src.data(), width * 3, dst.data(), width * 3,
+                                                   PxkSize{width, 65535 / width}, t.data()),
+                          pxkOk);
+                ASSERT_EQ(dst, want) << "first channel " << r << ", width " << width;
+            }
+        }
+    }
+}
+
 // ---------------------------------------------------------------------------------
 // The rounding field of the control register
 // ---------------------------------------------------------------------------------

@@ -143,6 +143,41 @@ TEST(GrayReduce, Matches64fReference) {
     sweep(GRAY_COLOR(double, double, 64f, AC4C1R, 4, 0, refgray::row64f), weightSets<double>());
 }
 
+// Every 8-bit colour through the blocks (rows of 256 pixels) and through the tail (the
+// same pixels as rows of three), for several weight sets; the sanitizer build takes
+// every sixteenth first channel.
+TEST(GrayReduce, Every8uColourInBlocksAndTail) {
+    const std::vector<std::vector<float>> sets = {{0.299f, 0.587f, 0.114f}, {1, 1, 1}, {-0.1f, 0.7f, 0.4f}};
+    for (int channels : {3, 4}) {
+        std::vector<uint8_t> src(std::size_t(65536) * channels), dst(65536), want(65536);
+        for (int r = 0; r < 256; r += pxktest::kLightSweep ? 16 : 1) {
+            for (int i = 0; i < 65536; ++i) {
+                uint8_t* p = &src[std::size_t(i) * channels];
+                p[0] = uint8_t(r);
+                p[1] = uint8_t(i >> 8);
+                p[2] = uint8_t(i & 255);
+                if (channels == 4) p[3] = uint8_t(i * 7);
+            }
+            for (const std::vector<float>& w : sets) {
+                auto call = channels == 3 ? pxkiColorToGray_8u_C3C1R : pxkiColorToGray_8u_AC4C1R;
+                // Blocks: rows of 256 pixels.
+                ASSERT_EQ(call(src.data(), 256 * channels, dst.data(), 256, PxkSize{256, 256}, w.data()), pxkOk);
+                for (int y = 0; y < 256; ++y)
+                    refgray::row8u(&src[std::size_t(y) * 256 * channels], channels, &want[std::size_t(y) * 256], 256,
+                                   256, w.data());
+                ASSERT_EQ(dst, want) << "blocks, first channel " << r << ", " << channels << " channels";
+                // Tail: rows of three pixels (the last pixel alone).
+                ASSERT_EQ(call(src.data(), 3 * channels, dst.data(), 3, PxkSize{3, 21845}, w.data()), pxkOk);
+                ASSERT_EQ(call(src.data() + std::size_t(65535) * channels, channels, dst.data() + 65535, 1,
+                               PxkSize{1, 1}, w.data()),
+                          pxkOk);
+                refgray::row8u(src.data(), channels, want.data(), 65536, 0, w.data());
+                ASSERT_EQ(dst, want) << "tail, first channel " << r << ", " << channels << " channels";
+            }
+        }
+    }
+}
+
 // Under round toward zero the 16-bit members follow the caller's mode (nothing sets
 // it), and the model under the same mode agrees.
 TEST(GrayReduce, SixteenBitMembersFollowTheCallersRoundingMode) {
