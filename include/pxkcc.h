@@ -613,7 +613,8 @@ PXKCC_API PxkResult pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1(const uint32_t* pSr
  * four and ignores the fourth) to one plane: (c0 * s0 + c1 * s1) + c2 * s2. RGBToGray
  * uses the default weights 0.299f, 0.587f, 0.114f; ColorToGray the caller's three
  * (coeffs is not checked: null selects the defaults, widened to double in the 64f
- * members). Least size 1 x 1; statuses: pxkErrNullPtr (pSrc, pDst), pxkErrSize.
+ * members). Least size 1 x 1, and every pixel of any size is converted; statuses:
+ * pxkErrNullPtr (pSrc, pDst), pxkErrSize. Steps are not checked.
  *   8u   16-bit fixed-point weights with 15 fractional bits, from each float weight
  *        as (int32)(c * 32768.0 + 0.5) keeping the low 16 bits, so negative weights
  *        and weights of 2 or more wrap. The columns below width & ~3 (C3C1R) or
@@ -631,7 +632,8 @@ PXKCC_API PxkResult pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1(const uint32_t* pSr
  *
  * pxkiGrayToRGB_* copy each gray sample into three channels (C1C3R), or three and
  * alpha in the fourth of every pixel (C1C4R). Samples are copied as bits. Steps in
- * bytes; least size 1 x 1; statuses: pxkErrNullPtr, pxkErrSize.
+ * bytes, not checked; least size 1 x 1, any size converted whole; statuses:
+ * pxkErrNullPtr, pxkErrSize.
  */
 PXKCC_API PxkResult pxkiRGBToGray_8u_C3C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
                                            int32_t dstStep, PxkSize roiSize);
@@ -699,8 +701,9 @@ PXKCC_API PxkResult pxkiGrayToRGB_32f_C1C4R(const float* pSrc, int32_t srcStep, 
  * All three outputs of a pixel come from its old inputs, so the in-place forms (IR,
  * IP3R) need no copy. AC4 forms leave the fourth sample of every destination pixel
  * unwritten. Plane forms share one step a side. Steps are bytes, never scaled.
- * Least size 1 x 1. Checks: pxkErrNullPtr (source, destination, twist, then the
- * plane entries), pxkErrSize, then pxkErrStep for a step below 1.
+ * Least size 1 x 1, any size converted whole. Checks: pxkErrNullPtr (source,
+ * destination, twist, then the plane entries), pxkErrSize, then pxkErrStep for a
+ * step below 1.
  * pxkiColorTwist_32f_C4R is a linear four-by-four twist of all four channels, with
  * twist four rows of four: out[k] = ((t[k][0]*x0 + t[k][1]*x1) + t[k][2]*x2) +
  * t[k][3]*x3. When both its steps equal width * 4 (four bytes, not the pixel's
