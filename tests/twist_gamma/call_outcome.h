@@ -12,6 +12,14 @@
 
 namespace graytest {
 
+// A source whose last byte lies just below an inaccessible page: a read past it faults.
+inline pxktest::GuardOptions fencedSource() {
+    pxktest::GuardOptions o;
+    o.after = 0;
+    o.fenceAfter = true;
+    return o;
+}
+
 inline ::testing::AssertionResult sameOutcome(PxkResult status, const pxktest::GuardedImage& dst,
                                               const pxktest::GuardedImage& expected, const pxktest::GuardedImage& src) {
     if (status != pxkOk) return ::testing::AssertionFailure() << "status " << status;

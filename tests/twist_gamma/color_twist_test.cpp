@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "call_outcome.h"
 #include "guarded_image.h"
 #include "pxkcc.h"
 #include "random.h"
@@ -122,13 +123,15 @@ struct Side {
     }
 };
 
-Side makeSide(const Member& m, int width, int height, int step) {
+// Sources end just below an inaccessible page (see call_outcome.h).
+Side makeSide(const Member& m, int width, int height, int step, bool source = false) {
+    const pxktest::GuardOptions o = source ? graytest::fencedSource() : pxktest::GuardOptions{};
     Side s;
     const int b = bytesOf(m.sample);
     if (m.kind == Kind::P3) {
-        for (int p = 0; p < 3; ++p) s.images.emplace_back(ImageGeometry{width, height, 1, b, step});
+        for (int p = 0; p < 3; ++p) s.images.emplace_back(ImageGeometry{width, height, 1, b, step}, o);
     } else {
-        s.images.emplace_back(ImageGeometry{width, height, m.kind == Kind::C3 ? 3 : 4, b, step});
+        s.images.emplace_back(ImageGeometry{width, height, m.kind == Kind::C3 ? 3 : 4, b, step}, o);
     }
     s.bind();
     return s;
@@ -217,7 +220,7 @@ void applyReference(const Member& m, Side& src, Side& expected, int width, int h
     Rng rng(seed);
     Side dst = makeSide(m, width, height, m.inPlace ? srcStep : dstStep);
     fillSide(dst, m.sample, rng);
-    Side src = m.inPlace ? dst.clone() : makeSide(m, width, height, srcStep);
+    Side src = m.inPlace ? dst.clone() : makeSide(m, width, height, srcStep, true);
     if (!m.inPlace) fillSide(src, m.sample, rng);
     if (m.kind == Kind::AC4) dst.images[0].protectChannel(3);
     Side expected = dst.clone();

@@ -39,7 +39,7 @@ template <class T>
 ::testing::AssertionResult runOnce(const Member<T>& m, int width, int height, int srcStep, int dstStep,
                                    uint32_t seed) {
     Rng rng(seed);
-    GuardedImage src(ImageGeometry{width, height, 1, int(sizeof(T)), srcStep});
+    GuardedImage src(ImageGeometry{width, height, 1, int(sizeof(T)), srcStep}, graytest::fencedSource());
     GuardedImage dst(ImageGeometry{width, height, m.channels, int(sizeof(T)), dstStep});
     src.fillRandom(rng);  // any bits, NaNs included for 32f
     dst.fillRandom(rng);

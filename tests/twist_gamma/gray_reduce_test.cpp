@@ -51,7 +51,7 @@ template <class T, class C>
                                    const C* coeffs, uint32_t seed) {
     Rng rng(seed);
     const int srcEff = srcStep & ~m.stepLowBits, dstEff = dstStep & ~m.stepLowBits;
-    GuardedImage src(ImageGeometry{width, height, m.channels, int(sizeof(T)), srcEff});
+    GuardedImage src(ImageGeometry{width, height, m.channels, int(sizeof(T)), srcEff}, graytest::fencedSource());
     GuardedImage dst(ImageGeometry{width, height, 1, int(sizeof(T)), dstEff});
     fillSamples<T>(src, rng);
     dst.fillRandom(rng);
