@@ -332,6 +332,74 @@ PxkResult oneBitStucki(OneBit f, const Image& s, Image& d) {
     return f(s.data(), s.step(), d.data(), d.step(), 0, regionOf(s), 0, 0, pxkDitherStucki, 128, scratch.data());
 }
 
+// ---- gray and twist: samples of any type, the export's pointer types taken from it ----
+
+// The row pointer of an image as the sample type T.
+template <class T, class Image>
+const T* rowSamplesOf(const Image& image) {
+    return reinterpret_cast<const T*>(image.data());
+}
+template <class T, class Image>
+T* rowSamplesOf(Image& image) {
+    return reinterpret_cast<T*>(image.data());
+}
+
+// The weights that the ColorToGray rows pass, and the twist matrices of the ColorTwist
+// rows (three rows of four; four rows of four for the 4x4 member).
+inline const float kBenchGrayWeights[3] = {0.25f, 0.5f, 0.125f};
+inline const double kBenchGrayWeights64[3] = {0.25, 0.5, 0.125};
+inline const float kBenchTwist[16] = {0.5f,  0.25f, 0.125f, 8.0f,  -0.25f, 0.75f, 0.25f, 16.0f,
+                                      0.25f, -0.5f, 0.875f, 32.0f, 0.0f,   0.0f,  0.0f,  1.0f};
+
+// One packed image of samples T into another.
+template <class T, class Image>
+PxkResult samplesToSamples(PxkResult (*f)(const T*, int32_t, T*, int32_t, PxkSize), const Image& s, Image& d) {
+    return f(rowSamplesOf<T>(s), s.step(), rowSamplesOf<T>(d), d.step(), regionOf(s));
+}
+// The same with three weights after the size.
+template <class T, class W, class Image>
+PxkResult samplesToSamplesWeighted(PxkResult (*f)(const T*, int32_t, T*, int32_t, PxkSize, const W*), const Image& s,
+                                   Image& d) {
+    const W* w = nullptr;
+    if constexpr (sizeof(W) == 8) {
+        w = kBenchGrayWeights64;
+    } else {
+        w = kBenchGrayWeights;
+    }
+    return f(rowSamplesOf<T>(s), s.step(), rowSamplesOf<T>(d), d.step(), regionOf(s), w);
+}
+// The same with an alpha value (1) after the size.
+template <class T, class Image>
+PxkResult samplesToSamplesAlpha(PxkResult (*f)(const T*, int32_t, T*, int32_t, PxkSize, T), const Image& s, Image& d) {
+    return f(rowSamplesOf<T>(s), s.step(), rowSamplesOf<T>(d), d.step(), regionOf(s), T(1));
+}
+// A twist of packed pixels, out of place.
+template <class T, class Image>
+PxkResult twistPacked(PxkResult (*f)(const T*, int32_t, T*, int32_t, PxkSize, const float*), const Image& s, Image& d) {
+    return f(rowSamplesOf<T>(s), s.step(), rowSamplesOf<T>(d), d.step(), regionOf(s), kBenchTwist);
+}
+// A twist in place, over the destination image (the source is not read).
+template <class T, class Image>
+PxkResult twistInPlace(PxkResult (*f)(T*, int32_t, PxkSize, const float*), const Image& s, Image& d) {
+    return f(rowSamplesOf<T>(d), d.step(), regionOf(s), kBenchTwist);
+}
+// A twist of three planes, out of place and in place.
+template <class T, class Image>
+PxkResult twistPlanes(PxkResult (*f)(const T* const[3], int32_t, T* const[3], int32_t, PxkSize, const float*),
+                      const Image& s, Image& d) {
+    const T* const src[3] = {reinterpret_cast<const T*>(s.planes()[0]), reinterpret_cast<const T*>(s.planes()[1]),
+                             reinterpret_cast<const T*>(s.planes()[2])};
+    T* const dst[3] = {reinterpret_cast<T*>(d.planes()[0]), reinterpret_cast<T*>(d.planes()[1]),
+                       reinterpret_cast<T*>(d.planes()[2])};
+    return f(src, s.step(), dst, d.step(), regionOf(s), kBenchTwist);
+}
+template <class T, class Image>
+PxkResult twistPlanesInPlace(PxkResult (*f)(T* const[3], int32_t, PxkSize, const float*), const Image& s, Image& d) {
+    T* const planes[3] = {reinterpret_cast<T*>(d.planes()[0]), reinterpret_cast<T*>(d.planes()[1]),
+                          reinterpret_cast<T*>(d.planes()[2])};
+    return f(planes, d.step(), regionOf(s), kBenchTwist);
+}
+
 // ---- one function per export: export given at compile time ----
 
 template <PackedToPacked F, class Image>

@@ -28,6 +28,13 @@ int bytesPerPixel(Layout layout) {
     case Layout::F32C1: return 4;
     case Layout::F32C3: return 12;
     case Layout::F32C4: return 16;
+    case Layout::Px4: return 4;
+    case Layout::Px6: return 6;
+    case Layout::Px8: return 8;
+    case Layout::Px12: return 12;
+    case Layout::Px16: return 16;
+    case Layout::Px24: return 24;
+    case Layout::Px32: return 32;
     default: return 1;
     }
 }
@@ -62,7 +69,14 @@ int bytesPerFourPixels(Layout layout) {
     case Layout::W16C4:
     case Layout::F32C1:
     case Layout::F32C3:
-    case Layout::F32C4: return 4 * bytesPerPixel(layout);
+    case Layout::F32C4:
+    case Layout::Px4:
+    case Layout::Px6:
+    case Layout::Px8:
+    case Layout::Px12:
+    case Layout::Px16:
+    case Layout::Px24:
+    case Layout::Px32: return 4 * bytesPerPixel(layout);
     }
     return 0;
 }
@@ -127,6 +141,13 @@ const char* layoutName(Layout layout) {
     case Layout::F32C1: return "F32C1";
     case Layout::F32C3: return "F32C3";
     case Layout::F32C4: return "F32C4";
+    case Layout::Px4: return "Px4";
+    case Layout::Px6: return "Px6";
+    case Layout::Px8: return "Px8";
+    case Layout::Px12: return "Px12";
+    case Layout::Px16: return "Px16";
+    case Layout::Px24: return "Px24";
+    case Layout::Px32: return "Px32";
     }
     return "?";
 }
@@ -150,6 +171,21 @@ uint32_t nextRandom(uint32_t& state) {
 // Maps a random byte into [lo, hi] without a division per sample.
 uint8_t inRange(uint32_t r, int lo, int hi) {
     return static_cast<uint8_t>(lo + (((r & 0xFFu) * static_cast<uint32_t>(hi - lo + 1)) >> 8));
+}
+
+// Floats (or doubles) in [0, 1) over `bytes` bytes of a row.
+void fillUnitFloats(uint8_t* row, size_t bytes, bool doubles, uint32_t& state) {
+    if (doubles) {
+        for (size_t i = 0; i + 8 <= bytes; i += 8) {
+            const double v = (nextRandom(state) >> 8) * (1.0 / 16777216.0);
+            std::memcpy(row + i, &v, 8);
+        }
+    } else {
+        for (size_t i = 0; i + 4 <= bytes; i += 4) {
+            const float v = static_cast<float>((nextRandom(state) >> 8) * (1.0 / 16777216.0));
+            std::memcpy(row + i, &v, 4);
+        }
+    }
 }
 
 }  // namespace
@@ -202,6 +238,10 @@ void Image::fill(Content content, uint32_t seed) {
     for (int p = 0; p < planeCount(layout_); ++p) {
         for (int y = 0; y < height_; ++y) {
             uint8_t* row = planes_[p] + static_cast<size_t>(step_) * static_cast<size_t>(y);
+            if (content == Content::Float32 || content == Content::Float64) {
+                fillUnitFloats(row, static_cast<size_t>(rowBytes), content == Content::Float64, state);
+                continue;
+            }
             for (int x = 0; x < rowBytes; ++x) {
                 const uint32_t r = nextRandom(state) >> 24;
                 const int channel = planar ? p : x % channels;

@@ -45,7 +45,10 @@ enum class Layout {
     W16C4,  // four 16-bit samples a pixel
     F32C1,  // one float a pixel
     F32C3,  // three floats a pixel
-    F32C4   // four floats a pixel
+    F32C4,  // four floats a pixel
+    // Gray and twist: packed pixels of wider samples by their size in bytes (16u C3 is
+    // Px6, 32f AC4 is Px16, 64f C3 is Px24, ...)
+    Px4, Px6, Px8, Px12, Px16, Px24, Px32
 };
 
 // Bytes of one interleaved pixel (packed layouts; one sample for planar ones).
@@ -67,7 +70,9 @@ enum class Content {
     Rgb,    // any byte
     YCbCr,  // studio range: Y 16..235, Cb and Cr 16..240
     Light,      // F32 images: floats in [0, 1000); other layouts: any byte
-    UnitFloats  // float samples in 0..1 (float layouts)
+    UnitFloats,  // float samples in 0..1 (float layouts)
+    Float32,  // 32-bit floats in [0, 1)
+    Float64   // 64-bit floats in [0, 1)
 };
 
 // Bytes freed with std::free (std::aligned_alloc storage).

@@ -119,6 +119,12 @@ int twoPlanesToPlanes(const Image& s, Image& d) {
 void holdToSsse3() { libyuv::MaskCpuFlags(libyuv::kCpuHasX86 | libyuv::kCpuHasSSE2 | libyuv::kCpuHasSSSE3); }
 void release() { libyuv::MaskCpuFlags(-1); }  // back to what the processor offers
 
+// A 4x4 matrix of signed 6-bit fixed-point weights over B,G,R,A pixels.
+int argbColorMatrix(const Image& s, Image& d) {
+    static const int8_t m[16] = {32, 16, 8, 0, -16, 48, 16, 0, 16, -32, 56, 0, 0, 0, 0, 64};
+    return libyuv::ARGBColorMatrix(s.data(), s.step(), d.data(), d.step(), m, s.width(), s.height());
+}
+
 void addBoth(std::vector<Case>& cases, Case c) {
     cases.push_back(c);
     c.name += " (SSSE3)";
@@ -299,6 +305,20 @@ std::vector<Case> libyuvCases() {
                     {"pxkiYCbCr422ToCbYCr422_8u_P3C2R"}, "same byte moves"});
     addBoth(cases, {"libyuv/I420ToUYVY", Layout::P420, Layout::C2, Content::YCbCr, fromPlanes<libyuv::I420ToUYVY>,
                     {"pxkiYCrCb420ToCbYCr422_8u_P3C2R"}, "same byte moves"});
+
+    // Gray: full-range (JPEG) luma of packed pixels, one byte a pixel.
+    addBoth(cases, {"libyuv/RGB24ToJ400", Layout::C3, Layout::G8, Content::Rgb, toPacked<libyuv::RGB24ToJ400>,
+                    {"pxkiRGBToGray_8u_C3C1R", "pxkiColorToGray_8u_C3C1R"},
+                    "B,G,R source, fixed weights"});
+    addBoth(cases, {"libyuv/ARGBToJ400", Layout::AC4, Layout::G8, Content::Rgb, toPacked<libyuv::ARGBToJ400>,
+                    {"pxkiRGBToGray_8u_AC4C1R", "pxkiColorToGray_8u_AC4C1R"},
+                    "B,G,R,A source, fixed weights"});
+    addBoth(cases, {"libyuv/J400ToARGB", Layout::G8, Layout::C4, Content::Rgb, toPacked<libyuv::J400ToARGB>,
+                    {"pxkiGrayToRGB_8u_C1C4R", "pxkiGrayToRGB_8u_C1C3R"},
+                    "alpha 255"});
+    addBoth(cases, {"libyuv/ARGBColorMatrix", Layout::AC4, Layout::AC4, Content::Rgb, argbColorMatrix,
+                    {"pxkiColorTwist32f_8u_AC4R", "pxkiColorTwist32f_8u_AC4IR", "pxkiColorTwist32f_8u_C3R"},
+                    "fixed-point 4x4 matrix, no offset, B,G,R,A"});
     return cases;
 }
 #else

@@ -96,6 +96,23 @@ int scaleToBytes(const Image& s, Image& d) {
     }
 }
 
+// cv::transform with a 3x4 matrix (three rows of weights and an offset) over packed
+// three-channel pixels of `Depth` (CV_8U or CV_32F).
+template <int Depth>
+int transform3x4(const Image& s, Image& d) {
+    try {
+        static const float m[12] = {0.5f, 0.25f, 0.125f, 8.0f, -0.25f, 0.75f, 0.25f, 16.0f, 0.25f, -0.5f, 0.875f, 32.0f};
+        const cv::Mat matrix(3, 4, CV_32F, const_cast<float*>(m));
+        const cv::Mat src(s.height(), s.width(), CV_MAKETYPE(Depth, 3), const_cast<uint8_t*>(s.data()),
+                          static_cast<size_t>(s.step()));
+        cv::Mat dst(d.height(), d.width(), CV_MAKETYPE(Depth, 3), d.data(), static_cast<size_t>(d.step()));
+        cv::transform(src, dst, matrix);
+        return dst.data == d.data() ? 0 : -1;
+    } catch (const cv::Exception&) {
+        return -1;
+    }
+}
+
 }  // namespace
 
 std::vector<Case> openCvCases() {
@@ -202,6 +219,26 @@ std::vector<Case> openCvCases() {
         {"opencv/mean+convertTo_32F8U", Layout::F32, Layout::C1, Content::Light, scaleToBytes<true>,
          {"pxkiToneMapMean_32f8u_C1R"},
          "level from twice the mean; rounds instead of truncating"},
+        {"opencv/cvtColor_RGB2GRAY_8UC3", Layout::C3, Layout::G8, Content::Rgb, cvtColorInto<cv::COLOR_RGB2GRAY, 1>,
+         {"pxkiRGBToGray_8u_C3C1R", "pxkiColorToGray_8u_C3C1R"},
+         "same weights, rounded fixed point"},
+        {"opencv/cvtColor_RGBA2GRAY_8UC4", Layout::AC4, Layout::G8, Content::Rgb, cvtColorInto<cv::COLOR_RGBA2GRAY, 1>,
+         {"pxkiRGBToGray_8u_AC4C1R", "pxkiColorToGray_8u_AC4C1R"},
+         "same weights, rounded fixed point"},
+        {"opencv/cvtColor_GRAY2RGB_8UC1", Layout::G8, Layout::C3, Content::Rgb, cvtColorInto<cv::COLOR_GRAY2RGB, 3>,
+         {"pxkiGrayToRGB_8u_C1C3R"},
+         "same copy"},
+        {"opencv/cvtColor_GRAY2RGBA_8UC1", Layout::G8, Layout::C4, Content::Rgb, cvtColorInto<cv::COLOR_GRAY2RGBA, 4>,
+         {"pxkiGrayToRGB_8u_C1C4R"},
+         "alpha 255"},
+        {"opencv/transform_3x4_8UC3", Layout::C3, Layout::C3, Content::Rgb, transform3x4<CV_8U>,
+         {"pxkiColorTwist32f_8u_C3R", "pxkiColorTwist32f_8u_C3IR", "pxkiColorTwist32f_8u_AC4R",
+          "pxkiColorTwist32f_8u_AC4IR", "pxkiColorTwist32f_8u_P3R", "pxkiColorTwist32f_8u_IP3R"},
+         "same affine matrix, saturated, packed pixels"},
+        {"opencv/transform_3x4_32FC3", Layout::Px12, Layout::Px12, Content::Float32, transform3x4<CV_32F>,
+         {"pxkiColorTwist_32f_C3R", "pxkiColorTwist_32f_C3IR", "pxkiColorTwist_32f_AC4R", "pxkiColorTwist_32f_AC4IR",
+          "pxkiColorTwist_32f_P3R", "pxkiColorTwist_32f_IP3R", "pxkiColorTwist_32f_C4R"},
+         "same affine matrix, packed pixels"},
     };
 }
 #else

@@ -1342,6 +1342,173 @@ PXKCC_API PxkResult pxkiReduceBits_8u1u_C1R(const uint8_t* pSrc, int32_t srcStep
                                             int32_t spare1, int32_t spare2, PxkDitherType dtype,
                                             uint8_t threshold, uint8_t* pBuffer);
 
+/* ------------------------------------------------------------------------ */
+/* Gray: colour -> gray, gray -> RGB                                         */
+/* ------------------------------------------------------------------------ */
+
+/*
+ * pxkiRGBToGray_* and pxkiColorToGray_* reduce three channels (C3C1R; AC4C1R reads
+ * four and ignores the fourth) to one plane: (c0 * s0 + c1 * s1) + c2 * s2. RGBToGray
+ * uses the default weights 0.299f, 0.587f, 0.114f; ColorToGray the caller's three
+ * (coeffs is not checked: null selects the defaults, widened to double in the 64f
+ * members). Least size 1 x 1, and every pixel of any size is converted; statuses:
+ * pxkErrNullPtr (pSrc, pDst), pxkErrSize. Steps are not checked.
+ *   8u   16-bit fixed-point weights with 15 fractional bits, from each float weight
+ *        as (int32)(c * 32768.0 + 0.5) keeping the low 16 bits, so negative weights
+ *        and weights of 2 or more wrap. The columns below width & ~3 (C3C1R) or
+ *        width & ~7 (AC4C1R) sum truncated products with saturation and give 0 for
+ *        an over-unity sum; the others round one sum and keep its low 8 bits.
+ *        Steps in bytes.
+ *   16u  single precision, rounded by the current rounding mode. The columns below
+ *        width & ~3 go in groups of four whose four 32-bit results Dk (low half l,
+ *        high half h) are stored as D0l|D2h, D0h|D1l, D2l|D1h, D2h|D3l; the others
+ *        keep the low 16 bits. Steps with the low bit cleared.
+ *   16s  as 16u on samples plus 32768, 32768 taken off the result: saturated below
+ *        width & ~3, low 16 bits kept after it. Steps with the low bit cleared.
+ *   32f  single precision, unclamped; steps with the low two bits cleared.
+ *   64f  double precision, unclamped; steps in bytes.
+ *
+ * pxkiGrayToRGB_* copy each gray sample into three channels (C1C3R), or three and
+ * alpha in the fourth of every pixel (C1C4R). Samples are copied as bits. Steps in
+ * bytes, not checked; least size 1 x 1, any size converted whole; statuses:
+ * pxkErrNullPtr, pxkErrSize.
+ */
+PXKCC_API PxkResult pxkiRGBToGray_8u_C3C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                           int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToGray_8u_AC4C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                            int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToGray_16u_C3C1R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                            int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToGray_16u_AC4C1R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                             int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToGray_16s_C3C1R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                            int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToGray_16s_AC4C1R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                             int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToGray_32f_C3C1R(const float* pSrc, int32_t srcStep, float* pDst,
+                                            int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToGray_32f_AC4C1R(const float* pSrc, int32_t srcStep, float* pDst,
+                                             int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiColorToGray_8u_C3C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                             int32_t dstStep, PxkSize roiSize, const float coeffs[3]);
+PXKCC_API PxkResult pxkiColorToGray_8u_AC4C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                              int32_t dstStep, PxkSize roiSize, const float coeffs[3]);
+PXKCC_API PxkResult pxkiColorToGray_16u_C3C1R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                              int32_t dstStep, PxkSize roiSize, const float coeffs[3]);
+PXKCC_API PxkResult pxkiColorToGray_16u_AC4C1R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize, const float coeffs[3]);
+PXKCC_API PxkResult pxkiColorToGray_16s_C3C1R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                              int32_t dstStep, PxkSize roiSize, const float coeffs[3]);
+PXKCC_API PxkResult pxkiColorToGray_16s_AC4C1R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize, const float coeffs[3]);
+PXKCC_API PxkResult pxkiColorToGray_32f_C3C1R(const float* pSrc, int32_t srcStep, float* pDst,
+                                              int32_t dstStep, PxkSize roiSize, const float coeffs[3]);
+PXKCC_API PxkResult pxkiColorToGray_32f_AC4C1R(const float* pSrc, int32_t srcStep, float* pDst,
+                                               int32_t dstStep, PxkSize roiSize, const float coeffs[3]);
+PXKCC_API PxkResult pxkiColorToGray_64f_C3C1R(const double* pSrc, int32_t srcStep, double* pDst,
+                                              int32_t dstStep, PxkSize roiSize, const double coeffs[3]);
+PXKCC_API PxkResult pxkiColorToGray_64f_AC4C1R(const double* pSrc, int32_t srcStep, double* pDst,
+                                               int32_t dstStep, PxkSize roiSize, const double coeffs[3]);
+PXKCC_API PxkResult pxkiGrayToRGB_8u_C1C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                           int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGrayToRGB_8u_C1C4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                           int32_t dstStep, PxkSize roiSize, uint8_t alpha);
+PXKCC_API PxkResult pxkiGrayToRGB_16u_C1C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                            int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGrayToRGB_16u_C1C4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                            int32_t dstStep, PxkSize roiSize, uint16_t alpha);
+PXKCC_API PxkResult pxkiGrayToRGB_32f_C1C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                            int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiGrayToRGB_32f_C1C4R(const float* pSrc, int32_t srcStep, float* pDst,
+                                            int32_t dstStep, PxkSize roiSize, float alpha);
+
+/* ------------------------------------------------------------------------ */
+/* ColorTwist: a caller's colour matrix                                      */
+/* ------------------------------------------------------------------------ */
+
+/*
+ * Each pixel's three colour samples x0, x1, x2 (as floats) become
+ *   out[k] = (twist[k][3] + twist[k][0] * x0) + (twist[k][2] * x2 + twist[k][1] * x1)
+ * with twist three rows of four floats, row-major, in single precision in that
+ * association. pxkiColorTwist_32f_* store the results as they are, under the caller's
+ * rounding mode. pxkiColorTwist32f_8u/16u/16s_* clamp each result (minimum with the
+ * upper bound first, so NaN gives the upper bound; then the maximum with the lower
+ * bound: 0..255, 0..65535, -32768..32767) and round to nearest with ties to even;
+ * they set the rounding field of the SSE control register to nearest for the call
+ * and, if it was not nearest, write the caller's whole register back afterwards.
+ * All three outputs of a pixel come from its old inputs, so the in-place forms (IR,
+ * IP3R) need no copy. AC4 forms leave the fourth sample of every destination pixel
+ * unwritten. Plane forms share one step a side. Steps are bytes, never scaled.
+ * Least size 1 x 1, any size converted whole. Checks: pxkErrNullPtr (source,
+ * destination, twist, then the plane entries), pxkErrSize, then pxkErrStep for a
+ * step below 1.
+ * pxkiColorTwist_32f_C4R is a linear four-by-four twist of all four channels, with
+ * twist four rows of four: out[k] = ((t[k][0]*x0 + t[k][1]*x1) + t[k][2]*x2) +
+ * t[k][3]*x3. When both its steps equal width * 4 (four bytes, not the pixel's
+ * sixteen) it converts width * height pixels from the start of the buffers as one run.
+ */
+PXKCC_API PxkResult pxkiColorTwist_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                           int32_t dstStep, PxkSize roiSize, const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist_32f_C3IR(float* pSrcDst, int32_t srcDstStep, PxkSize roiSize,
+                                            const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst,
+                                            int32_t dstStep, PxkSize roiSize,
+                                            const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist_32f_AC4IR(float* pSrcDst, int32_t srcDstStep, PxkSize roiSize,
+                                             const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist_32f_P3R(const float* const pSrc[3], int32_t srcStep,
+                                           float* const pDst[3], int32_t dstStep, PxkSize roiSize,
+                                           const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist_32f_IP3R(float* const pSrcDst[3], int32_t srcDstStep,
+                                            PxkSize roiSize, const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist_32f_C4R(const float* pSrc, int32_t srcStep, float* pDst,
+                                           int32_t dstStep, PxkSize roiSize, const float twist[16]);
+PXKCC_API PxkResult pxkiColorTwist32f_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                             int32_t dstStep, PxkSize roiSize,
+                                             const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_8u_C3IR(uint8_t* pSrcDst, int32_t srcDstStep, PxkSize roiSize,
+                                              const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                              int32_t dstStep, PxkSize roiSize,
+                                              const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_8u_AC4IR(uint8_t* pSrcDst, int32_t srcDstStep,
+                                               PxkSize roiSize, const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_8u_P3R(const uint8_t* const pSrc[3], int32_t srcStep,
+                                             uint8_t* const pDst[3], int32_t dstStep,
+                                             PxkSize roiSize, const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_8u_IP3R(uint8_t* const pSrcDst[3], int32_t srcDstStep,
+                                              PxkSize roiSize, const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                              int32_t dstStep, PxkSize roiSize,
+                                              const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_16u_C3IR(uint16_t* pSrcDst, int32_t srcDstStep,
+                                               PxkSize roiSize, const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_16u_AC4R(const uint16_t* pSrc, int32_t srcStep,
+                                               uint16_t* pDst, int32_t dstStep, PxkSize roiSize,
+                                               const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_16u_AC4IR(uint16_t* pSrcDst, int32_t srcDstStep,
+                                                PxkSize roiSize, const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_16u_P3R(const uint16_t* const pSrc[3], int32_t srcStep,
+                                              uint16_t* const pDst[3], int32_t dstStep,
+                                              PxkSize roiSize, const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_16u_IP3R(uint16_t* const pSrcDst[3], int32_t srcDstStep,
+                                               PxkSize roiSize, const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_16s_C3R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                              int32_t dstStep, PxkSize roiSize,
+                                              const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_16s_C3IR(int16_t* pSrcDst, int32_t srcDstStep,
+                                               PxkSize roiSize, const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_16s_AC4R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                               int32_t dstStep, PxkSize roiSize,
+                                               const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_16s_AC4IR(int16_t* pSrcDst, int32_t srcDstStep,
+                                                PxkSize roiSize, const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_16s_P3R(const int16_t* const pSrc[3], int32_t srcStep,
+                                              int16_t* const pDst[3], int32_t dstStep,
+                                              PxkSize roiSize, const float twist[12]);
+PXKCC_API PxkResult pxkiColorTwist32f_16s_IP3R(int16_t* const pSrcDst[3], int32_t srcDstStep,
+                                               PxkSize roiSize, const float twist[12]);
+
 #ifdef __cplusplus
 }
 #endif

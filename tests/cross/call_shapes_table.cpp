@@ -141,6 +141,47 @@ const std::vector<ShapeRow>& callShapeRows() {
         {"pxkiReduceBitsGetBufferSize", "i32:0:9 size u32:0:120 i32:-1:5 out:i32"},
         // dstBitOffset, the size, two unread words, the mode (0 and 3 valid), threshold.
         {"pxkiReduceBits_8u1u_C1R", "src step dst step i32:0:20 size i32:0:0 i32:0:0 i32:0:3 u8:0:255 scratch:12:112"},
+        // Gray: ColorToGray takes three weights after the size; the float members get
+        // finite samples.
+        {"pxkiColorToGray_8u_C3C1R", "... f32[3]:-1:2"},
+        {"pxkiColorToGray_8u_AC4C1R", "... f32[3]:-1:2"},
+        {"pxkiColorToGray_16u_C3C1R", "... f32[3]:-1:2"},
+        {"pxkiColorToGray_16u_AC4C1R", "... f32[3]:-1:2"},
+        {"pxkiColorToGray_16s_C3C1R", "... f32[3]:-1:2"},
+        {"pxkiColorToGray_16s_AC4C1R", "... f32[3]:-1:2"},
+        {"pxkiColorToGray_32f_C3C1R", "... f32[3]:-1:2 floats=-1000:1000"},
+        {"pxkiColorToGray_32f_AC4C1R", "... f32[3]:-1:2 floats=-1000:1000"},
+        {"pxkiColorToGray_64f_C3C1R", "... f64[3]:-1:2 floats=-1000:1000"},
+        {"pxkiColorToGray_64f_AC4C1R", "... f64[3]:-1:2 floats=-1000:1000"},
+        {"pxkiRGBToGray_32f_C3C1R", "... floats=-1000:1000"},
+        {"pxkiRGBToGray_32f_AC4C1R", "... floats=-1000:1000"},
+        // ColorTwist: a matrix after the size, steps of at least 1; float members get
+        // finite samples. The 4x4 member takes sixteen coefficients.
+        {"pxkiColorTwist_32f_C3R", "... f32[12]:-2:2 floats=-1000:1000 steps=positive"},
+        {"pxkiColorTwist_32f_C3IR", "... f32[12]:-2:2 floats=-1000:1000 steps=positive"},
+        {"pxkiColorTwist_32f_AC4R", "... f32[12]:-2:2 floats=-1000:1000 steps=positive"},
+        {"pxkiColorTwist_32f_AC4IR", "... f32[12]:-2:2 floats=-1000:1000 steps=positive"},
+        {"pxkiColorTwist_32f_P3R", "... f32[12]:-2:2 floats=-1000:1000 steps=positive"},
+        {"pxkiColorTwist_32f_IP3R", "... f32[12]:-2:2 floats=-1000:1000 steps=positive"},
+        {"pxkiColorTwist_32f_C4R", "... f32[16]:-2:2 floats=-1000:1000 steps=positive"},
+        {"pxkiColorTwist32f_8u_C3R", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_8u_C3IR", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_8u_AC4R", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_8u_AC4IR", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_8u_P3R", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_8u_IP3R", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_16u_C3R", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_16u_C3IR", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_16u_AC4R", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_16u_AC4IR", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_16u_P3R", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_16u_IP3R", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_16s_C3R", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_16s_C3IR", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_16s_AC4R", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_16s_AC4IR", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_16s_P3R", "... f32[12]:-2:2 steps=positive"},
+        {"pxkiColorTwist32f_16s_IP3R", "... f32[12]:-2:2 steps=positive"},
     };
     return rows;
 }

@@ -19,6 +19,16 @@ const std::vector<std::string>& floatModeTableEntries() {
         // Demosaicing by gradients: the threshold and the channels' scale, rounded by the
         // current mode.
         "pxkiCFAToBGRA_VNG_*",
+        // Gray from wider samples: the weighted sum in floats, converted by the current
+        // mode; the float twist stores float results of the caller's rounding.
+        "pxkiRGBToGray_16u_*",
+        "pxkiRGBToGray_16s_*",
+        "pxkiRGBToGray_32f_*",
+        "pxkiColorToGray_16u_*",
+        "pxkiColorToGray_16s_*",
+        "pxkiColorToGray_32f_*",
+        "pxkiColorToGray_64f_*",
+        "pxkiColorTwist_32f_*",
     };
     return entries;
 }

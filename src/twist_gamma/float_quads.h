@@ -1,0 +1,118 @@
+// Groups of four pixels in float lanes, for the gray and twist kernels that compute in
+// single precision: four samples of any sample type loaded as floats (exactly), the
+// three- and four-channel packed layouts split into one vector a channel and joined
+// back, and four integer results stored in the sample type. Layouts only: the
+// arithmetic lives in the forms.
+#pragma once
+
+#include "frame/simd_inline.h"
+
+#include <cstdint>
+#include <cstring>
+
+#include "frame/vec_float.h"
+
+namespace pxk {
+namespace quads {
+
+using vec::F128;
+using vec::V128;
+
+PXK_INLINE const uint8_t* bytes(const void* p) { return static_cast<const uint8_t*>(p); }
+PXK_INLINE uint8_t* bytes(void* p) { return static_cast<uint8_t*>(p); }
+
+// One sample of any type at any address (steps in bytes may leave a row unaligned
+// for its type).
+template <class T>
+PXK_INLINE T loadOne(const T* p) {
+    T v;
+    std::memcpy(&v, p, sizeof v);
+    return v;
+}
+template <class T>
+PXK_INLINE void storeOne(T* p, T v) {
+    std::memcpy(p, &v, sizeof v);
+}
+
+// Four consecutive samples as floats.
+PXK_INLINE F128 load4(const float* p) { return vec::loadF<F128>(p); }
+PXK_INLINE F128 load4(const uint16_t* p) {
+    return vec::toFloat(vec::unpacklo16(vec::loadLowHalves128(bytes(p)), vec::zero<V128>()));
+}
+PXK_INLINE F128 load4(const int16_t* p) {
+    const V128 v = vec::loadLowHalves128(bytes(p));
+    return vec::toFloat(vec::srai32<16>(vec::unpacklo16(v, v)));
+}
+PXK_INLINE F128 load4(const uint8_t* p) {
+    const V128 z = vec::zero<V128>();
+    return vec::toFloat(vec::unpacklo16(vec::unpacklo8(vec::loadLowQuarters128(p), z), z));
+}
+// Four signed 16-bit samples plus 32768, as floats (the sum taken as integers: the
+// sign bit flipped).
+PXK_INLINE F128 load4Offset(const int16_t* p) {
+    const V128 v = vec::xor_(vec::loadLowHalves128(bytes(p)), vec::splat16<V128>(0x8000));
+    return vec::toFloat(vec::unpacklo16(v, vec::zero<V128>()));
+}
+
+// Four 32-bit integer results stored as samples: the low 16 bits of each; each
+// saturated to signed 16 bits; each (already within 0..255) as a byte.
+PXK_INLINE void storeLow16(uint16_t* p, V128 d) {
+    const V128 low = vec::srai32<16>(vec::slli32<16>(d));  // low halves, sign-extended: packs keeps them
+    vec::storeLowHalves(bytes(p), vec::packs32(low, low));
+}
+PXK_INLINE void storeSaturated16(int16_t* p, V128 d) { vec::storeLowHalves(bytes(p), vec::packs32(d, d)); }
+PXK_INLINE void storeBytes(uint8_t* p, V128 d) {
+    const V128 words = vec::packs32(d, d);
+    vec::storeLowQuarters(p, vec::packus16(words, words));
+}
+
+// Lanes i0, i1 of a and i2, i3 of b.
+template <int I0, int I1, int I2, int I3>
+PXK_INLINE F128 pick(F128 a, F128 b) {
+    return vec::floatsOf(vec::shuffle2x32<_MM_SHUFFLE(I3, I2, I1, I0)>(vec::bitsOf(a), vec::bitsOf(b)));
+}
+
+// Four three-channel pixels: the twelve samples in x, y, z (pixel order) as one
+// vector a channel, and back.
+struct Channels3 {
+    F128 c[3];
+};
+PXK_INLINE Channels3 split3(F128 x, F128 y, F128 z) {
+    Channels3 r;
+    r.c[0] = pick<0, 3, 0, 2>(x, pick<2, 2, 1, 1>(y, z));
+    r.c[1] = pick<0, 2, 0, 2>(pick<1, 1, 0, 0>(x, y), pick<3, 3, 2, 2>(y, z));
+    r.c[2] = pick<0, 2, 0, 3>(pick<2, 2, 1, 1>(x, y), z);
+    return r;
+}
+PXK_INLINE void join3(const F128 c[3], F128& x, F128& y, F128& z) {
+    x = pick<0, 2, 0, 2>(pick<0, 0, 0, 0>(c[0], c[1]), pick<0, 0, 1, 1>(c[2], c[0]));
+    y = pick<0, 2, 0, 2>(pick<1, 1, 1, 1>(c[1], c[2]), pick<2, 2, 2, 2>(c[0], c[1]));
+    z = pick<0, 2, 0, 2>(pick<2, 2, 3, 3>(c[2], c[0]), pick<3, 3, 3, 3>(c[1], c[2]));
+}
+
+// Four four-channel pixels to one vector a channel; the same again goes back.
+PXK_INLINE void transpose4(F128 v[4]) {
+    using namespace vec;
+    const V128 t0 = unpacklo32(bitsOf(v[0]), bitsOf(v[1])), t1 = unpacklo32(bitsOf(v[2]), bitsOf(v[3]));
+    const V128 t2 = unpackhi32(bitsOf(v[0]), bitsOf(v[1])), t3 = unpackhi32(bitsOf(v[2]), bitsOf(v[3]));
+    v[0] = floatsOf(unpacklo64(t0, t1));
+    v[1] = floatsOf(unpackhi64(t0, t1));
+    v[2] = floatsOf(unpacklo64(t2, t3));
+    v[3] = floatsOf(unpackhi64(t2, t3));
+}
+
+// Loads of four pixels of a packed row (C3: 12 samples, AC4/C4: 16) or of one plane,
+// one float vector a channel.
+template <class T>
+PXK_INLINE Channels3 loadC3(const T* p) {
+    return split3(load4(p), load4(p + 4), load4(p + 8));
+}
+template <class T>
+PXK_INLINE void loadC4(const T* p, F128 v[4]) {
+    PXK_UNROLL
+    for (int i = 0; i < 4; ++i) v[i] = load4(p + 4 * i);
+    transpose4(v);
+}
+
+}  // namespace quads
+}  // namespace pxk
