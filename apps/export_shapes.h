@@ -39,6 +39,8 @@ using PlanarStepsToPlanar = PxkResult (*)(const uint8_t* const[3], const int32_t
                                           PxkSize);
 using PlanarToPackedTight = PxkResult (*)(const uint8_t* const[3], uint8_t*, PxkSize);
 using WordsToWords = PxkResult (*)(const uint32_t*, int32_t, uint16_t*, int32_t, PxkSize);
+using Planar4ToPacked = PxkResult (*)(const uint8_t* const[4], int32_t, uint8_t*, int32_t, PxkSize);
+using Planar4ToPlanar4 = PxkResult (*)(const uint8_t* const[4], int32_t, uint8_t* const[4], int32_t, PxkSize);
 
 template <class Image>
 PxkSize regionOf(const Image& image) {
@@ -152,6 +154,18 @@ PxkResult planarStepsToPlanar(PlanarStepsToPlanar f, const Image& s, Image& d) {
 template <class Image>
 PxkResult planarToPackedTight(PlanarToPackedTight f, const Image& s, Image& d) {
     return f(s.planes(), d.data(), regionOf(s));
+}
+
+// Four source planes (the image's planes() has four entries), into one packed image or
+// four planes.
+template <class Image>
+PxkResult planar4ToPacked(Planar4ToPacked f, const Image& s, Image& d) {
+    return f(s.planes(), s.step(), d.data(), d.step(), regionOf(s));
+}
+
+template <class Image>
+PxkResult planar4ToPlanar4(Planar4ToPlanar4 f, const Image& s, Image& d) {
+    return f(s.planes(), s.step(), d.planes(), d.step(), regionOf(s));
 }
 
 // ---- one function per export: export given at compile time ----

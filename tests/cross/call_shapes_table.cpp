@@ -43,6 +43,20 @@ const std::vector<ShapeRow>& callShapeRows() {
         {"pxkiYUV422v210ToBGR_709HDTV_32u16u_C3", "src step dst step size steps=elements steps=positive"},
         {"pxkiYUV422v210ToGray_709HDTV_32u16u_C3C1", "src step dst step size steps=elements steps=positive"},
         {"pxkiYUV422v210ToRGB_709HDTV_32u16u_C3", "src step dst step size steps=elements steps=positive"},
+        // HLS: the BGR forms refuse steps below 1.
+        {"pxkiBGRToHLS_8u_AC4R", "... steps=positive"},
+        {"pxkiBGRToHLS_8u_AC4P4R", "... steps=positive"},
+        {"pxkiBGRToHLS_8u_AP4C4R", "... steps=positive"},
+        {"pxkiBGRToHLS_8u_AP4R", "... steps=positive"},
+        {"pxkiBGRToHLS_8u_C3P3R", "... steps=positive"},
+        {"pxkiBGRToHLS_8u_P3C3R", "... steps=positive"},
+        {"pxkiBGRToHLS_8u_P3R", "... steps=positive"},
+        {"pxkiHLSToBGR_8u_AC4P4R", "... steps=positive"},
+        {"pxkiHLSToBGR_8u_AP4C4R", "... steps=positive"},
+        {"pxkiHLSToBGR_8u_AP4R", "... steps=positive"},
+        {"pxkiHLSToBGR_8u_C3P3R", "... steps=positive"},
+        {"pxkiHLSToBGR_8u_P3C3R", "... steps=positive"},
+        {"pxkiHLSToBGR_8u_P3R", "... steps=positive"},
     };
     return rows;
 }
