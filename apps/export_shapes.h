@@ -58,6 +58,9 @@ using TwoPlanesToPlanarSteps = PxkResult (*)(const uint8_t*, int32_t, const uint
 using PlanarStepsToTwoPlanes = PxkResult (*)(const uint8_t* const[3], const int32_t[3], uint8_t*, int32_t, uint8_t*,
                                              int32_t, PxkSize);
 
+using Planar4ToPacked = PxkResult (*)(const uint8_t* const[4], int32_t, uint8_t*, int32_t, PxkSize);
+using Planar4ToPlanar4 = PxkResult (*)(const uint8_t* const[4], int32_t, uint8_t* const[4], int32_t, PxkSize);
+
 template <class Image>
 PxkSize regionOf(const Image& image) {
     return PxkSize{image.width(), image.height()};
@@ -398,6 +401,18 @@ PxkResult twistPlanesInPlace(PxkResult (*f)(T* const[3], int32_t, PxkSize, const
     T* const planes[3] = {reinterpret_cast<T*>(d.planes()[0]), reinterpret_cast<T*>(d.planes()[1]),
                           reinterpret_cast<T*>(d.planes()[2])};
     return f(planes, d.step(), regionOf(s), kBenchTwist);
+}
+
+// Four source planes (the image's planes() has four entries), into one packed image or
+// four planes.
+template <class Image>
+PxkResult planar4ToPacked(Planar4ToPacked f, const Image& s, Image& d) {
+    return f(s.planes(), s.step(), d.data(), d.step(), regionOf(s));
+}
+
+template <class Image>
+PxkResult planar4ToPlanar4(Planar4ToPlanar4 f, const Image& s, Image& d) {
+    return f(s.planes(), s.step(), d.planes(), d.step(), regionOf(s));
 }
 
 // ---- one function per export: export given at compile time ----

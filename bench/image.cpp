@@ -174,7 +174,8 @@ uint8_t inRange(uint32_t r, int lo, int hi) {
 }
 
 // Floats (or doubles) in [0, 1) over `bytes` bytes of a row.
-void fillUnitFloats(uint8_t* row, size_t bytes, bool doubles, uint32_t& state) {
+// Floats (or doubles) in [0, 1) with 24 random bits each over `bytes` of a row.
+void fillUnitRow(uint8_t* row, size_t bytes, bool doubles, uint32_t& state) {
     if (doubles) {
         for (size_t i = 0; i + 8 <= bytes; i += 8) {
             const double v = (nextRandom(state) >> 8) * (1.0 / 16777216.0);
@@ -239,7 +240,7 @@ void Image::fill(Content content, uint32_t seed) {
         for (int y = 0; y < height_; ++y) {
             uint8_t* row = planes_[p] + static_cast<size_t>(step_) * static_cast<size_t>(y);
             if (content == Content::Float32 || content == Content::Float64) {
-                fillUnitFloats(row, static_cast<size_t>(rowBytes), content == Content::Float64, state);
+                fillUnitRow(row, static_cast<size_t>(rowBytes), content == Content::Float64, state);
                 continue;
             }
             for (int x = 0; x < rowBytes; ++x) {
@@ -257,14 +258,10 @@ void Image::fill(Content content, uint32_t seed) {
 
 // Floats in [0, 1), every sample of every plane.
 void Image::fillUnitFloats(uint32_t& state) {
-    const size_t rowFloats = rowBytesOf(layout_, width_) / sizeof(float);
+    const size_t rowBytes = rowBytesOf(layout_, width_);
     for (int p = 0; p < planeCount(layout_); ++p) {
         for (int y = 0; y < height_; ++y) {
-            uint8_t* row = planes_[p] + static_cast<size_t>(step_) * static_cast<size_t>(y);
-            for (size_t x = 0; x < rowFloats; ++x) {
-                const float v = static_cast<float>(nextRandom(state) >> 8) * (1.0f / 16777216.0f);
-                std::memcpy(row + x * sizeof(float), &v, sizeof v);
-            }
+            fillUnitRow(planes_[p] + static_cast<size_t>(step_) * static_cast<size_t>(y), rowBytes, false, state);
         }
     }
 }

@@ -444,6 +444,39 @@ const std::vector<Export>& ourExports() {
         PXK_ROW(pxkiColorTwist32f_16s_AC4IR, Px8, Px8, Rgb, twistInPlace),
         PXK_ROW(pxkiColorTwist32f_16s_P3R, P3W16, P3W16, Rgb, twistPlanes),
         PXK_ROW(pxkiColorTwist32f_16s_IP3R, P3W16, P3W16, Rgb, twistPlanesInPlace),
+        // Colorimetric spaces: HLS
+        PXK_ROW(pxkiRGBToHLS_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiRGBToHLS_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
+        PXK_ROW(pxkiHLSToRGB_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiHLSToRGB_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
+        PXK_ROW(pxkiBGRToHLS_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
+        PXK_ROW(pxkiBGRToHLS_8u_AC4P4R, AC4, P4, Rgb, packedToPlanar4),
+        PXK_ROW(pxkiBGRToHLS_8u_AP4C4R, P4, AC4, Rgb, planar4ToPacked),
+        PXK_ROW(pxkiBGRToHLS_8u_AP4R, P4, P4, Rgb, planar4ToPlanar4),
+        PXK_ROW(pxkiBGRToHLS_8u_C3P3R, C3, P3, Rgb, packedToPlanar),
+        PXK_ROW(pxkiBGRToHLS_8u_P3C3R, P3, C3, Rgb, planarToPacked),
+        PXK_ROW(pxkiBGRToHLS_8u_P3R, P3, P3, Rgb, planarToPlanar),
+        PXK_ROW(pxkiHLSToBGR_8u_AC4P4R, AC4, P4, Rgb, packedToPlanar4),
+        PXK_ROW(pxkiHLSToBGR_8u_AP4C4R, P4, AC4, Rgb, planar4ToPacked),
+        PXK_ROW(pxkiHLSToBGR_8u_AP4R, P4, P4, Rgb, planar4ToPlanar4),
+        PXK_ROW(pxkiHLSToBGR_8u_C3P3R, C3, P3, Rgb, packedToPlanar),
+        PXK_ROW(pxkiHLSToBGR_8u_P3C3R, P3, C3, Rgb, planarToPacked),
+        PXK_ROW(pxkiHLSToBGR_8u_P3R, P3, P3, Rgb, planarToPlanar),
+        // Colorimetric spaces: XYZ
+        PXK_ROW(pxkiRGBToXYZ_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiRGBToXYZ_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
+        PXK_ROW(pxkiXYZToRGB_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiXYZToRGB_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
+        // Colorimetric spaces: HSV
+        PXK_ROW(pxkiRGBToHSV_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiRGBToHSV_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
+        PXK_ROW(pxkiHSVToRGB_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiHSVToRGB_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
+        // Colorimetric spaces: YCC
+        PXK_ROW(pxkiRGBToYCC_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiRGBToYCC_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
+        PXK_ROW(pxkiYCCToRGB_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiYCCToRGB_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
     };
     return table;
 }

@@ -1509,6 +1509,125 @@ PXKCC_API PxkResult pxkiColorTwist32f_16s_P3R(const int16_t* const pSrc[3], int3
 PXKCC_API PxkResult pxkiColorTwist32f_16s_IP3R(int16_t* const pSrcDst[3], int32_t srcDstStep,
                                                PxkSize roiSize, const float twist[12]);
 
+/* ------------------------------------------------------------------------ */
+/* RGB <-> HLS (hue, lightness, saturation), 8-bit interleaved               */
+/* ------------------------------------------------------------------------ */
+/* HLS pixels hold H, L, S; each channel 0..255, H 255 codes for one turn. The
+ * arithmetic is float (hue in degrees). The columns below width - width % 8 (C3) or
+ * width - width % 4 (AC4) are converted with the processor's approximate reciprocal,
+ * unrefined, and truncated and saturated; the rest of each row refines each reciprocal
+ * once, so main-loop and tail pixels can differ by one (a pure red can give S 254 in
+ * the main loop). RGB to HLS truncates L = (max + min) / 2; a gray pixel gives H 0 and
+ * S 0; of channels tied at the maximum, red wins over green over blue. HLS to RGB: a
+ * gray (S 0) tail pixel returns its L byte, a gray main-loop pixel
+ * trunc(L / 255 * 255), which can be L - 1. Least size 1 x 1; steps are not tested,
+ * zero and negative steps are legal. AC4: the destination's alpha byte keeps its
+ * value. */
+PXKCC_API PxkResult pxkiRGBToHLS_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                        int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToHLS_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToRGB_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                        int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToRGB_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+/* BGR <-> HLS: the same conversion with the colour side in B, G, R order (channels or
+ * planes 0, 1, 2; red is still tested first for the maximum). Main loops take groups
+ * of 4 pixels (columns below width - width % 4). Planar sides are arrays of 3 plane
+ * pointers (P3) or 4 (AP4, P4: plane 3 is alpha), one step for all planes of a side.
+ * AC4P4R: destination plane 3 receives the source's alpha byte; AP4C4R: the
+ * destination's alpha byte receives source plane 3; AP4R: plane 3 is copied; AC4R: the
+ * destination's alpha byte keeps its value. Status pxkErrStep for a step below 1: the
+ * plane and alpha forms test pointers (every plane entry), then steps, then size;
+ * pxkiBGRToHLS_8u_AC4R tests pointers, size, then steps. */
+PXKCC_API PxkResult pxkiBGRToHLS_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToHLS_8u_AC4P4R(const uint8_t* pSrc, int32_t srcStep,
+                                           uint8_t* const pDst[4], int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToHLS_8u_AP4C4R(const uint8_t* const pSrc[4], int32_t srcStep,
+                                           uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToHLS_8u_AP4R(const uint8_t* const pSrc[4], int32_t srcStep,
+                                         uint8_t* const pDst[4], int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToHLS_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep,
+                                          uint8_t* const pDst[3], int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToHLS_8u_P3C3R(const uint8_t* const pSrc[3], int32_t srcStep,
+                                          uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToHLS_8u_P3R(const uint8_t* const pSrc[3], int32_t srcStep,
+                                        uint8_t* const pDst[3], int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToBGR_8u_AC4P4R(const uint8_t* pSrc, int32_t srcStep,
+                                           uint8_t* const pDst[4], int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToBGR_8u_AP4C4R(const uint8_t* const pSrc[4], int32_t srcStep,
+                                           uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToBGR_8u_AP4R(const uint8_t* const pSrc[4], int32_t srcStep,
+                                         uint8_t* const pDst[4], int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToBGR_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep,
+                                          uint8_t* const pDst[3], int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToBGR_8u_P3C3R(const uint8_t* const pSrc[3], int32_t srcStep,
+                                          uint8_t* pDst, int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToBGR_8u_P3R(const uint8_t* const pSrc[3], int32_t srcStep,
+                                        uint8_t* const pDst[3], int32_t dstStep, PxkSize roiSize);
+
+/* ------------------------------------------------------------------------ */
+/* RGB <-> CIE XYZ, 8-bit interleaved                                        */
+/* ------------------------------------------------------------------------ */
+/* Rec. 709 primaries, D65 white, no gamma: the matrix works on the samples as they
+ * are. Integer fixed point: the columns below width - width % 8 (C3) or
+ * width - width % 4 (AC4) use 16-bit coefficients (2^-15 forward, 2^-13 inverse),
+ * truncated and saturated to 0..255; the rest of each row uses coefficients of
+ * 2^-16: forward X and Y keep their low 8 bits and Z is limited to 255, inverse
+ * results are saturated. Main-loop and tail pixels can differ by one (white gives
+ * X 242, Y 255, Z 255 in the main loop and Y 254 in the tail). Least size 1 x 1;
+ * steps are not tested. AC4: the destination's alpha byte keeps its value. */
+PXKCC_API PxkResult pxkiRGBToXYZ_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                        int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToXYZ_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                        int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+
+/* ------------------------------------------------------------------------ */
+/* RGB <-> HSV (hue, saturation, value), 8-bit interleaved                   */
+/* ------------------------------------------------------------------------ */
+/* HSV pixels hold H, S, V, each 0..255; a sextant of hue is 42.5 codes and hue 255
+ * counts as 0 on the way back. Float arithmetic with the processor's approximate
+ * reciprocal, unrefined (so S of a pure colour can be 254 or 255 by processor);
+ * results rounded by the current rounding mode, low byte stored. Every column gives
+ * the same bits. RGB to HSV: V = max; black and gray give H 0, S 0; of channels tied
+ * at the maximum, blue wins over green over red. HSV to RGB: S 0 returns V exactly.
+ * Least size 1 x 1; steps are not tested. AC4: the destination's alpha byte keeps its
+ * value. */
+PXKCC_API PxkResult pxkiRGBToHSV_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                        int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToHSV_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHSVToRGB_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                        int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHSVToRGB_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+
+/* ------------------------------------------------------------------------ */
+/* RGB <-> YCC, 8-bit interleaved                                            */
+/* ------------------------------------------------------------------------ */
+/* YCC pixels hold Y, C1, C2: luma scaled by 0.7132668 and two colour differences with
+ * neutral at 156 and 137. The columns below width - width % 8 (C3) or
+ * width - width % 4 (AC4) are converted in 16-bit words and saturated to 0..255; the
+ * rest of each row in 32-bit integers: forward C1 and C2 keep their low 8 bits,
+ * inverse results are saturated, and the inverse tail's G is
+ * (5564 Y - 794 (b >> 8) - 2084 (c >> 8)) >> 16 with b = 9084 C1 - 1417104,
+ * c = 7460 C2 - 1022020 (its luma term shifted by 16), so main-loop and tail pixels
+ * differ: slightly in Y, C1, C2, R and B, and widely in inverse G. Least size 1 x 1;
+ * steps are not tested. AC4: the destination's alpha byte keeps its value. */
+PXKCC_API PxkResult pxkiRGBToYCC_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                        int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYCC_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCCToRGB_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                        int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCCToRGB_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif

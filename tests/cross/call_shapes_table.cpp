@@ -182,6 +182,20 @@ const std::vector<ShapeRow>& callShapeRows() {
         {"pxkiColorTwist32f_16s_AC4IR", "... f32[12]:-2:2 steps=positive"},
         {"pxkiColorTwist32f_16s_P3R", "... f32[12]:-2:2 steps=positive"},
         {"pxkiColorTwist32f_16s_IP3R", "... f32[12]:-2:2 steps=positive"},
+        // HLS: the BGR forms refuse steps below 1.
+        {"pxkiBGRToHLS_8u_AC4R", "... steps=positive"},
+        {"pxkiBGRToHLS_8u_AC4P4R", "... steps=positive"},
+        {"pxkiBGRToHLS_8u_AP4C4R", "... steps=positive"},
+        {"pxkiBGRToHLS_8u_AP4R", "... steps=positive"},
+        {"pxkiBGRToHLS_8u_C3P3R", "... steps=positive"},
+        {"pxkiBGRToHLS_8u_P3C3R", "... steps=positive"},
+        {"pxkiBGRToHLS_8u_P3R", "... steps=positive"},
+        {"pxkiHLSToBGR_8u_AC4P4R", "... steps=positive"},
+        {"pxkiHLSToBGR_8u_AP4C4R", "... steps=positive"},
+        {"pxkiHLSToBGR_8u_AP4R", "... steps=positive"},
+        {"pxkiHLSToBGR_8u_C3P3R", "... steps=positive"},
+        {"pxkiHLSToBGR_8u_P3C3R", "... steps=positive"},
+        {"pxkiHLSToBGR_8u_P3R", "... steps=positive"},
     };
     return rows;
 }
