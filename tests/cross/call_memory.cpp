@@ -230,7 +230,8 @@ std::string CallMemory::describeAddress(const void* address) const {
     return "no buffer of the call";
 }
 
-CallMemory::CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t seed, Placement placement)
+CallMemory::CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t seed, Placement placement,
+                       const std::vector<PlaneAllowance>& allowances)
     : placement_(placement) {
     pxktest::Rng rng(seed);
     const bool guarded = placement != Placement::Margins;
@@ -277,7 +278,10 @@ CallMemory::CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t
             // Guarded, each plane holds just its rows at its own resolution; a form
             // without steps derives tight ones.
             if (guarded && steps[i] == Steps::None) bytes = image.rowBytes(int(p), w);
-            const int rows = guarded ? image.rows(int(p), h) : h;
+            int rows = guarded ? image.rows(int(p), h) : h;
+            for (const PlaneAllowance& a : allowances) {
+                if (guarded && a.image == int(i) && a.plane == int(p)) rows += a.rowsAfter;
+            }
             const int64_t rowBytes = guarded ? image.rowBytes(int(p), w) : full;
             const int64_t rowSpan = int64_t(rows - 1) * (bytes < 0 ? -bytes : bytes);
             const std::size_t align = alignFor(unit);

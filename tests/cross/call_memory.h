@@ -46,10 +46,19 @@ int64_t stepBytesFor(StepKind kind, int64_t tight, int unit, unsigned variant);
 // that may not be touched, or its first byte just above one.
 enum class Placement { Margins, GuardAfter, GuardBefore };
 
+// Rows that a call may touch beyond a plane's own rows, where an export documents
+// reads or writes past the region: in guarded placements, that plane of that image
+// gets `rowsAfter` more rows.
+struct PlaneAllowance {
+    int image;
+    int plane;
+    int rowsAfter;
+};
+
 class CallMemory {
 public:
     CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t seed,
-               Placement placement = Placement::Margins);
+               Placement placement = Placement::Margins, const std::vector<PlaneAllowance>& allowances = {});
     CallMemory(const CallMemory& other);
     CallMemory& operator=(const CallMemory&) = delete;
 

@@ -20,6 +20,7 @@
 #include "call_memory.h"
 #include "call_shape.h"
 #include "frame/entry_table.h"
+#include "guard_allowances.h"
 #include "pxkcc.h"
 #include "shape_lookup.h"
 
@@ -192,6 +193,14 @@ struct Untested {
 const Untested kUntestedPointers[] = {
     {"pxkiRGBToYCbCr_8u_AC4P3R", 2, -1},  // the destination's plane array (its entries are tested)
     {"pxkiRGBToYUV_8u_AC4P4R", 2, 3},     // the alpha plane (the first three entries are tested)
+    // 4:1:1 luma beside chroma pairs into planes: the destination's plane array.
+    {"pxkiYCbCr411_8u_P2P3R", 4, -1},
+    {"pxkiYCbCr411ToYCbCr420_8u_P2P3R", 4, -1},
+    {"pxkiYCbCr411ToYCbCr422_8u_P2P3R", 4, -1},
+    {"pxkiYCbCr411ToYCrCb420_8u_P2P3R", 4, -1},
+    // The demosaic's work buffer.
+    {"pxkiDemosaicAHD_8u_C1C3R", 7, -1},
+    {"pxkiDemosaicAHD_16u_C1C3R", 7, -1},
 };
 
 bool untested(const char* name, std::size_t argument, int entry) {
@@ -263,12 +272,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     point.index = in.u16();
     const pxkcross::Placement placement =
         (in.byte() & 1) ? pxkcross::Placement::GuardAfter : pxkcross::Placement::GuardBefore;
-    CallMemory memory(t.shape, point, in.u32(), placement);
-    const CallMemory before(memory);
+    CallMemory memory(t.shape, point, in.u32(), placement, pxkcross::guardAllowancesFor(t.name, h));
     std::vector<AbiArgument> args = memory.arguments();
     passSize(t.shape, args, w, h);
     disturbValues(t.shape, args, in);
     nullOne(t.name, t.shape, args, in);
+    // Every byte as the call receives it, to compare with after a failed call.
+    const CallMemory before(memory);
 
     int32_t status = 0;
     std::string error;

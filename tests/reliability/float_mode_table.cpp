@@ -29,6 +29,20 @@ const std::vector<std::string>& floatModeTableEntries() {
         "pxkiColorToGray_32f_*",
         "pxkiColorToGray_64f_*",
         "pxkiColorTwist_32f_*",
+        // HLS and HSV: hue, lightness and saturation worked in floats and converted by
+        // truncation or by the current mode.
+        "pxkiRGBToHLS_*",
+        "pxkiHLSToRGB_*",
+        "pxkiBGRToHLS_*",
+        "pxkiHLSToBGR_*",
+        "pxkiRGBToHSV_*",
+        "pxkiHSVToRGB_*",
+        // Bit-depth reduction: levels, noise and diffused errors in floats (all but the
+        // one-bit member, whose paths are integer).
+        "pxkiReduceBits_8u_*",
+        "pxkiReduceBits_16u*",
+        "pxkiReduceBits_16s*",
+        "pxkiReduceBits_32f*",
     };
     return entries;
 }

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "every_export.h"
+#include "guard_allowances.h"
 
 namespace {
 
@@ -128,7 +129,8 @@ TEST_P(GuardPagesOfEveryExport, TouchesNothingPastItsBuffers) {
     for (Placement placement : {Placement::GuardAfter, Placement::GuardBefore}) {
         const char* where = placement == Placement::GuardAfter ? "after" : "before";
         for (const SweepPoint& point : guardPoints()) {
-            CallMemory memory(target->shape, point, pxkreliability::seedOf(name, point), placement);
+            CallMemory memory(target->shape, point, pxkreliability::seedOf(name, point), placement,
+                              pxkcross::guardAllowancesFor(name, point.height));
             const std::vector<pxkcross::AbiArgument> args = memory.arguments();
             int32_t status = 0;
             void* fault = nullptr;
