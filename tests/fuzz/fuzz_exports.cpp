@@ -198,6 +198,8 @@ const Untested kUntestedPointers[] = {
     {"pxkiYCbCr411ToYCbCr420_8u_P2P3R", 4, -1},
     {"pxkiYCbCr411ToYCbCr422_8u_P2P3R", 4, -1},
     {"pxkiYCbCr411ToYCrCb420_8u_P2P3R", 4, -1},
+    // The step array read for the choice of kernel.
+    {"pxkiYCrCb422ToYCbCr422_8u_C2P3R", 3, -1},
     // The demosaic's work buffer.
     {"pxkiDemosaicAHD_8u_C1C3R", 7, -1},
     {"pxkiDemosaicAHD_16u_C1C3R", 7, -1},
