@@ -23,28 +23,10 @@ using vec::Widest;
 // Stores of a kernel: ordinary unaligned stores, or non-temporal stores to targets on
 // 16-byte boundaries (rows whose start and step are multiples of 16, at offsets that
 // are multiples of 16). A run of streaming stores ends with finish().
-struct PlainStores {
-    template <class V, int Stride>
-    PXK_INLINE static void store(uint8_t* p, V v) {
-        vec::storeLanes<V, Stride>(p, v);
-    }
+struct PlainStores : vec::UnalignedMemory {
     static void finish() {}
 };
-
-struct StreamingStores {
-    template <class V, int Stride>
-    PXK_INLINE static void store(uint8_t* p, V v) {
-        if constexpr (sizeof(V) == 16) {
-            _mm_stream_si128(reinterpret_cast<__m128i*>(p), v);
-#if defined(PXKCC_TARGET_AVX2)
-        } else {
-            _mm_stream_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(v));
-            _mm_stream_si128(reinterpret_cast<__m128i*>(p + Stride), _mm256_extracti128_si256(v, 1));
-#endif
-        }
-    }
-    static void finish() { _mm_sfence(); }
-};
+using StreamingStores = vec::StreamingMemory;
 
 // Units of a kernel covered by one 128-bit lane, and by a whole vector of type V.
 template <class V, int UnitsPerLane>
@@ -107,8 +89,8 @@ PXK_INLINE void unzipPairs(const uint8_t* src, uint8_t* a, uint8_t* b, int32_t n
             using V = decltype(tag);
             V even, odd;
             simd::unzipBytes(vec::loadLanes<V, 32>(src + 2 * i), vec::loadLanes<V, 32>(src + 2 * i + 16), even, odd);
-            if (KeepA) Stores::template store<V, 16>(a + i, even);
-            if (KeepB) Stores::template store<V, 16>(b + i, odd);
+            if (KeepA) Stores::template storeLanes<V, 16>(a + i, even);
+            if (KeepB) Stores::template storeLanes<V, 16>(b + i, odd);
         },
         [&](int32_t i) {
             if (KeepA) a[i] = src[2 * i];
@@ -128,8 +110,8 @@ PXK_INLINE void zipPairs(const uint8_t* a, const uint8_t* b, uint8_t* dst, int32
             const V va = vec::loadLanes<V, 16>(a + i);
             V vb = vec::loadLanes<V, 16>(b + i);
             if (SwapB) vb = simd::swapBytePairs(vb);
-            Stores::template store<V, 32>(dst + 2 * i, vec::unpacklo8(va, vb));
-            Stores::template store<V, 32>(dst + 2 * i + 16, vec::unpackhi8(va, vb));
+            Stores::template storeLanes<V, 32>(dst + 2 * i, vec::unpacklo8(va, vb));
+            Stores::template storeLanes<V, 32>(dst + 2 * i + 16, vec::unpackhi8(va, vb));
         },
         [&](int32_t i) {
             dst[2 * i] = a[i];
@@ -185,15 +167,15 @@ PXK_INLINE void zipPackedPairs(const uint8_t* y, const uint8_t* c0, const uint8_
             const V y0 = vec::loadLanes<V, 32>(y + 2 * i), y1 = vec::loadLanes<V, 32>(y + 2 * i + 16);
             uint8_t* p = dst + 4 * i;
             if constexpr (LumaByte == 0) {
-                Stores::template store<V, 64>(p, vec::unpacklo8(y0, clo));
-                Stores::template store<V, 64>(p + 16, vec::unpackhi8(y0, clo));
-                Stores::template store<V, 64>(p + 32, vec::unpacklo8(y1, chi));
-                Stores::template store<V, 64>(p + 48, vec::unpackhi8(y1, chi));
+                Stores::template storeLanes<V, 64>(p, vec::unpacklo8(y0, clo));
+                Stores::template storeLanes<V, 64>(p + 16, vec::unpackhi8(y0, clo));
+                Stores::template storeLanes<V, 64>(p + 32, vec::unpacklo8(y1, chi));
+                Stores::template storeLanes<V, 64>(p + 48, vec::unpackhi8(y1, chi));
             } else {
-                Stores::template store<V, 64>(p, vec::unpacklo8(clo, y0));
-                Stores::template store<V, 64>(p + 16, vec::unpackhi8(clo, y0));
-                Stores::template store<V, 64>(p + 32, vec::unpacklo8(chi, y1));
-                Stores::template store<V, 64>(p + 48, vec::unpackhi8(chi, y1));
+                Stores::template storeLanes<V, 64>(p, vec::unpacklo8(clo, y0));
+                Stores::template storeLanes<V, 64>(p + 16, vec::unpackhi8(clo, y0));
+                Stores::template storeLanes<V, 64>(p + 32, vec::unpacklo8(chi, y1));
+                Stores::template storeLanes<V, 64>(p + 48, vec::unpackhi8(chi, y1));
             }
         },
         [&](int32_t i) {
@@ -216,7 +198,7 @@ PXK_INLINE void reorderPackedPairs(const uint8_t* src, uint8_t* dst, int32_t n) 
         [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
             using V = decltype(tag);
             const V v = vec::loadLanes<V, 16>(src + 4 * i);
-            Stores::template store<V, 16>(dst + 4 * i,
+            Stores::template storeLanes<V, 16>(dst + 4 * i,
                                           Order == QuadOrder::SwapOdd ? simd::swapOddBytesOfQuads(v)
                                                                       : simd::swapBytePairs(v));
         },

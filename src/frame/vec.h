@@ -313,7 +313,6 @@ PXK_INLINE F128 splatF<F128>(float v) { return _mm_set1_ps(v); }
 PXK_VEC_FOP2(addF, _mm_add_ps, _mm256_add_ps)
 PXK_VEC_FOP2(subF, _mm_sub_ps, _mm256_sub_ps)
 PXK_VEC_FOP2(mulF, _mm_mul_ps, _mm256_mul_ps)
-#undef PXK_VEC_FOP2
 
 // 32-bit integer lanes to floats (exact below 2^24), and floats to 32-bit integers
 // truncated toward zero.
@@ -322,8 +321,8 @@ PXK_INLINE V128 truncToInt(F128 v) { return _mm_cvttps_epi32(v); }
 // All ones in the 32-bit lanes where a < b, zeros elsewhere.
 PXK_INLINE V128 lessThanF(F128 a, F128 b) { return _mm_castps_si128(_mm_cmplt_ps(a, b)); }
 
-#undef PXK_VEC_OP2
-#undef PXK_VEC_IMM
+// PXK_VEC_OP2, PXK_VEC_IMM and PXK_VEC_FOP2 stay defined for vec_float.h, which
+// undefines them after its own operations.
 
 // ---------------------------------------------------------------------------------
 // Constants and memory of the 256-bit type
@@ -459,6 +458,24 @@ struct AlignedMemory {
         PXK_UNROLL
         for (int i = 0; i < 4; ++i) storeLanes<V, 64>(p + 16 * i, v[i]);
     }
+};
+
+// Non-temporal stores of whole 16-byte chunks, each on a multiple of 16, for targets
+// too large to stay in the cache. The bytes are those of the other kinds; a run of
+// them ends with finish(), the store fence.
+struct StreamingMemory {
+    template <class V, int Stride>
+    PXK_INLINE static void storeLanes(uint8_t* p, V v) {
+        if constexpr (sizeof(V) == 16) {
+            _mm_stream_si128(reinterpret_cast<__m128i*>(p), v);
+#if defined(PXKCC_TARGET_AVX2)
+        } else {
+            _mm_stream_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(v));
+            _mm_stream_si128(reinterpret_cast<__m128i*>(p + Stride), _mm256_extracti128_si256(v, 1));
+#endif
+        }
+    }
+    static void finish() { _mm_sfence(); }
 };
 
 }  // namespace vec

@@ -22,22 +22,7 @@ namespace vec {
 // Integer lanes: bitwise, compares, saturating arithmetic
 // ---------------------------------------------------------------------------------
 
-#if defined(PXKCC_TARGET_AVX2)
-#define PXK_VEC_OP2(name, op128, op256)                          \
-    PXK_INLINE V128 name(V128 a, V128 b) { return op128(a, b); } \
-    PXK_INLINE V256 name(V256 a, V256 b) { return op256(a, b); }
-#define PXK_VEC_IMM(name, op128, op256)                  \
-    template <int N>                                     \
-    PXK_INLINE V128 name(V128 a) { return op128(a, N); } \
-    template <int N>                                     \
-    PXK_INLINE V256 name(V256 a) { return op256(a, N); }
-#else
-#define PXK_VEC_OP2(name, op128, op256) \
-    PXK_INLINE V128 name(V128 a, V128 b) { return op128(a, b); }
-#define PXK_VEC_IMM(name, op128, op256) \
-    template <int N>                    \
-    PXK_INLINE V128 name(V128 a) { return op128(a, N); }
-#endif
+// PXK_VEC_OP2 and PXK_VEC_IMM come from vec.h.
 
 PXK_VEC_OP2(xor_, _mm_xor_si128, _mm256_xor_si256)
 // (~a) & b.
@@ -108,18 +93,14 @@ PXK_INLINE V abs32(V a) {
 // Single-precision lanes
 // ---------------------------------------------------------------------------------
 
+// PXK_VEC_FOP2 comes from vec.h.
 #if defined(PXKCC_TARGET_AVX2)
-#define PXK_VEC_FOP1(name, op128, op256)                 \
+#define PXK_VEC_FOP1(name, op128, op256)              \
     PXK_INLINE F128 name(F128 a) { return op128(a); } \
     PXK_INLINE F256 name(F256 a) { return op256(a); }
-#define PXK_VEC_FOP2(name, op128, op256)                         \
-    PXK_INLINE F128 name(F128 a, F128 b) { return op128(a, b); } \
-    PXK_INLINE F256 name(F256 a, F256 b) { return op256(a, b); }
 #else
 #define PXK_VEC_FOP1(name, op128, op256) \
     PXK_INLINE F128 name(F128 a) { return op128(a); }
-#define PXK_VEC_FOP2(name, op128, op256) \
-    PXK_INLINE F128 name(F128 a, F128 b) { return op128(a, b); }
 #endif
 
 PXK_VEC_FOP2(divF, _mm_div_ps, _mm256_div_ps)

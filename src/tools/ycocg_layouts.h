@@ -243,21 +243,9 @@ struct PlanesIn {
     }
 };
 
-// Streaming stores of whole 16-byte chunks, each at a multiple of 16, past the cache
-// (for 32-bit planes too large to stay in it). The caller fences after the region.
-struct StreamingMemory {
-    template <class V, int Stride>
-    PXK_INLINE static void storeLanes(uint8_t* p, V v) {
-        if constexpr (sizeof(V) == 16) {
-            _mm_stream_si128(reinterpret_cast<__m128i*>(p), v);
-#if defined(PXKCC_TARGET_AVX2)
-        } else {
-            _mm_stream_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(v));
-            _mm_stream_si128(reinterpret_cast<__m128i*>(p + Stride), _mm256_extracti128_si256(v, 1));
-#endif
-        }
-    }
-};
+// Streaming stores of whole 16-byte chunks past the cache (for 32-bit planes too large
+// to stay in it): the vector layer's StreamingMemory. The caller fences after the region.
+using vec::StreamingMemory;
 
 // 8-bit planes saturate each value to 0..255. Memory (vec::UnalignedMemory, or
 // StreamingMemory) stores the 32-bit planes.
