@@ -2,6 +2,8 @@
 // type, the layouts (ChannelCode) and the output codes: each rule in one place.
 #pragma once
 
+#include "frame/samples.h"
+
 #include <cstdint>
 #include <cstring>
 #include <type_traits>
@@ -31,19 +33,6 @@ constexpr float domainTop() {
 template <Sample D>
 constexpr int32_t maxLevels() {
     return D == Sample::U8 ? 256 : 65536;
-}
-
-// Samples are read and written by memcpy: steps need not keep 16-bit or float rows
-// aligned.
-template <class T>
-PXK_INLINE T loadSample(const T* p) {
-    T v;
-    std::memcpy(&v, p, sizeof v);
-    return v;
-}
-template <class T>
-PXK_INLINE void storeSample(T* p, T v) {
-    std::memcpy(p, &v, sizeof v);
 }
 
 // A source sample in its working domain: 16-bit signed samples move up by 32768, float

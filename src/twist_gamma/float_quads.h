@@ -5,6 +5,8 @@
 // arithmetic lives in the forms.
 #pragma once
 
+#include "frame/samples.h"
+
 #include "frame/simd_inline.h"
 
 #include <cstdint>
@@ -20,19 +22,6 @@ using vec::V128;
 
 PXK_INLINE const uint8_t* bytes(const void* p) { return static_cast<const uint8_t*>(p); }
 PXK_INLINE uint8_t* bytes(void* p) { return static_cast<uint8_t*>(p); }
-
-// One sample of any type at any address (steps in bytes may leave a row unaligned
-// for its type).
-template <class T>
-PXK_INLINE T loadOne(const T* p) {
-    T v;
-    std::memcpy(&v, p, sizeof v);
-    return v;
-}
-template <class T>
-PXK_INLINE void storeOne(T* p, T v) {
-    std::memcpy(p, &v, sizeof v);
-}
 
 // Four consecutive samples as floats.
 PXK_INLINE F128 load4(const float* p) { return vec::loadF<F128>(p); }

@@ -5,6 +5,8 @@
 // for each plane of a planar form).
 #pragma once
 
+#include "frame/samples.h"
+
 #include <cstdint>
 #include <cstring>
 
@@ -23,19 +25,6 @@ struct PixelLayout {
 using C3 = PixelLayout<3, 3>;
 using AC4 = PixelLayout<3, 4>;
 using Plane = PixelLayout<1, 1>;
-
-// Rows may start at any byte (steps are bytes, odd ones included), so 16-bit and float
-// samples are read and written through memcpy, which compiles to plain loads and stores.
-template <class T>
-PXK_INLINE T loadSample(const T* p) {
-    T v;
-    std::memcpy(&v, p, sizeof v);
-    return v;
-}
-template <class T>
-PXK_INLINE void storeSample(T* p, T v) {
-    std::memcpy(p, &v, sizeof v);
-}
 
 // Checks after the range test of the float members: pointers, size, steps.
 template <class T>

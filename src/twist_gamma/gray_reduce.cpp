@@ -96,7 +96,7 @@ struct Words16u {
         quads::storeLow16(p, mergeWords(vec::roundToInt(sums)));
     }
     PXK_INLINE static void storeOne(T* p, float sum) {
-        quads::storeOne(p, static_cast<T>(static_cast<uint32_t>(pxkRoundHalfEven(sum)) & 0xFFFFu));
+        pxk::storeSample(p, static_cast<T>(static_cast<uint32_t>(pxkRoundHalfEven(sum)) & 0xFFFFu));
     }
 };
 
@@ -110,7 +110,7 @@ struct Words16s {
     }
     PXK_INLINE static void storeOne(T* p, float sum) {
         const uint32_t low = (static_cast<uint32_t>(pxkRoundHalfEven(sum)) - 32768u) & 0xFFFFu;
-        quads::storeOne(p, static_cast<T>(static_cast<int32_t>(low) - static_cast<int32_t>((low & 0x8000u) << 1)));
+        pxk::storeSample(p, static_cast<T>(static_cast<int32_t>(low) - static_cast<int32_t>((low & 0x8000u) << 1)));
     }
 };
 
@@ -120,7 +120,7 @@ struct Floats32f {
     PXK_INLINE static vec::F128 load4(const T* p) { return quads::load4(p); }
     PXK_INLINE static float sample(T s) { return s; }
     PXK_INLINE static void storeGroup(T* p, vec::F128 sums) { vec::storeF(p, sums); }
-    PXK_INLINE static void storeOne(T* p, float sum) { quads::storeOne(p, sum); }
+    PXK_INLINE static void storeOne(T* p, float sum) { pxk::storeSample(p, sum); }
 };
 
 // Four pixels of a C3 or AC4 row from p, one float vector a channel (the fourth
@@ -147,8 +147,8 @@ void floatRow(int32_t width, const typename K::T* src, typename K::T* dst, const
     }
     for (int32_t x = n; x < width; ++x) {
         const typename K::T* p = src + std::ptrdiff_t{Channels} * x;
-        const float s[3] = {K::sample(quads::loadOne(p)), K::sample(quads::loadOne(p + 1)),
-                            K::sample(quads::loadOne(p + 2))};
+        const float s[3] = {K::sample(loadSample(p)), K::sample(loadSample(p + 1)),
+                            K::sample(loadSample(p + 2))};
         K::storeOne(dst + x, weightedSum(s, w));
     }
 }
@@ -185,8 +185,8 @@ PxkResult reduceDouble(const double* src, int32_t srcStep, double* dst, int32_t 
         [&w](int32_t width, const double* s, double* d) {
             for (int32_t x = 0; x < width; ++x) {
                 const double* p = s + std::ptrdiff_t{Channels} * x;
-                const double v[3] = {quads::loadOne(p), quads::loadOne(p + 1), quads::loadOne(p + 2)};
-                quads::storeOne(d + x, weightedSum(v, w));
+                const double v[3] = {loadSample(p), loadSample(p + 1), loadSample(p + 2)};
+                storeSample(d + x, weightedSum(v, w));
             }
         },
         rows(src, srcStep), rows(dst, dstStep));

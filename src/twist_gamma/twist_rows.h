@@ -55,7 +55,7 @@ struct FloatSamples {
             vec::storeF(p, v);
         }
     }
-    PXK_INLINE static void storeOne(T* p, float v) { quads::storeOne(p, v); }
+    PXK_INLINE static void storeOne(T* p, float v) { pxk::storeSample(p, v); }
 };
 
 // 8u, 16u, 16s: clamped to the type's range, then converted to nearest (the caller
@@ -78,7 +78,7 @@ struct ClampedSamples {
         }
     }
     PXK_INLINE static void storeOne(T* p, float v) {
-        quads::storeOne(p, static_cast<T>(pxkRoundHalfEven(v)));
+        pxk::storeSample(p, static_cast<T>(pxkRoundHalfEven(v)));
     }
 };
 using Samples8u = ClampedSamples<uint8_t, 0, 255>;
@@ -94,7 +94,7 @@ struct PlanarRow {
 
 template <class T>
 PXK_INLINE float sampleAt(const T* p) {
-    return static_cast<float>(quads::loadOne(p));
+    return static_cast<float>(loadSample(p));
 }
 
 // ---------------------------------------------------------------------------------
@@ -192,9 +192,9 @@ void twistRowC4(const float* src, float* dst, int64_t count, const Matrix<4>& m)
     }
     for (int64_t x = groups; x < count; ++x) {
         float in[4], out[4];
-        for (int j = 0; j < 4; ++j) in[j] = quads::loadOne(src + 4 * x + j);
+        for (int j = 0; j < 4; ++j) in[j] = loadSample(src + 4 * x + j);
         for (int k = 0; k < 4; ++k) out[k] = linear4(in, m.t[k]);
-        for (int k = 0; k < 4; ++k) quads::storeOne(dst + 4 * x + k, out[k]);
+        for (int k = 0; k < 4; ++k) storeSample(dst + 4 * x + k, out[k]);
     }
 }
 
