@@ -233,7 +233,7 @@ TEST(ShapeLookup, AnExportWithoutShapeIsNamedWithWhereItsRowGoes) {
     EXPECT_FALSE(pxkcross::callShapeFor("pxkiColorTwist32f_8u_C4R", &error).has_value());
     EXPECT_NE(error.find("pxkiColorTwist32f_8u_C4R"), std::string::npos) << error;
     EXPECT_NE(error.find("matrix"), std::string::npos) << error;
-    EXPECT_NE(error.find("tests/cross/call_shapes_table.cpp"), std::string::npos) << error;
+    EXPECT_NE(error.find("apps/call_shapes/call_shapes_table.cpp"), std::string::npos) << error;
     EXPECT_FALSE(pxkcross::callShapeFor("pxkiFrobnicate", &error).has_value());
     EXPECT_NE(error.find("pxkiFrobnicate"), std::string::npos) << error;
     EXPECT_TRUE(pxkcross::callShapeFor("pxkiRGBToYCbCr_8u_C3R", &error).has_value());

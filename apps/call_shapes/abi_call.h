@@ -2,8 +2,8 @@
 // (System V calling convention): each argument is given as the eightbytes the
 // convention passes it in, and lands in the register or stack slot the compiler would
 // have put it in for a matching prototype.
-#ifndef PXKCC_TESTS_CROSS_ABI_CALL_H
-#define PXKCC_TESTS_CROSS_ABI_CALL_H
+#ifndef PXKCC_CALL_SHAPES_ABI_CALL_H
+#define PXKCC_CALL_SHAPES_ABI_CALL_H
 
 #include <cstdint>
 #include <string>

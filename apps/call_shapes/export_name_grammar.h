@@ -13,8 +13,8 @@
 // dither settings, a Bayer grid, buffers, 64-bit sizes, ...). For those the grammar
 // still reads the sides, but says that the list is incomplete: such an export needs a
 // row in call_shapes_table.cpp.
-#ifndef PXKCC_TESTS_CROSS_EXPORT_NAME_GRAMMAR_H
-#define PXKCC_TESTS_CROSS_EXPORT_NAME_GRAMMAR_H
+#ifndef PXKCC_CALL_SHAPES_EXPORT_NAME_GRAMMAR_H
+#define PXKCC_CALL_SHAPES_EXPORT_NAME_GRAMMAR_H
 
 #include <string>
 

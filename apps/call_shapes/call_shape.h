@@ -3,8 +3,8 @@
 // region, a value, ...). A shape comes from the export's name (export_name_grammar.h)
 // or from a row of the table in call_shapes_table.cpp; the cross-build test turns it
 // into buffers and arguments (call_memory.h).
-#ifndef PXKCC_TESTS_CROSS_CALL_SHAPE_H
-#define PXKCC_TESTS_CROSS_CALL_SHAPE_H
+#ifndef PXKCC_CALL_SHAPES_CALL_SHAPE_H
+#define PXKCC_CALL_SHAPES_CALL_SHAPE_H
 
 #include <cstdint>
 #include <optional>

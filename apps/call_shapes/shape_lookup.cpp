@@ -4,7 +4,7 @@
 
 namespace pxkcross {
 
-const char* const kShapeTableFile = "tests/cross/call_shapes_table.cpp";
+const char* const kShapeTableFile = "apps/call_shapes/call_shapes_table.cpp";
 
 std::optional<CallShape> callShapeFor(const std::string& exportName, std::string* error) {
     const NameReading reading = readExportName(exportName);

@@ -1,7 +1,7 @@
 // The call shape of an export: its row in the table (call_shapes_table.cpp) if it has
 // one, else what its name gives.
-#ifndef PXKCC_TESTS_CROSS_SHAPE_LOOKUP_H
-#define PXKCC_TESTS_CROSS_SHAPE_LOOKUP_H
+#ifndef PXKCC_CALL_SHAPES_SHAPE_LOOKUP_H
+#define PXKCC_CALL_SHAPES_SHAPE_LOOKUP_H
 
 #include <optional>
 #include <string>
