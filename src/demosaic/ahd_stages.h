@@ -7,6 +7,7 @@
 #include <type_traits>
 
 #include "frame/simd_inline.h"
+#include "frame/vec_float.h"
 
 namespace pxk {
 namespace demosaic {
@@ -50,6 +51,45 @@ PXK_INLINE ChromaDistance<T> chromaDistance(const Yuv& a, const Yuv& b) {
     using D = ChromaDistance<T>;
     const D du = D{a.u} - b.u, dv = D{a.v} - b.v;
     return du * du + dv * dv;
+}
+
+// ---- Vector twins, on 32-bit lanes: the same integers, lane by lane ----
+
+template <class V>
+PXK_INLINE V lineGreen(V a, V b, V c, V d, V e) {
+    using namespace vec;
+    const V g = add32(srai32<1>(add32(a, b)), srai32<2>(sub32(add32(sub32(c, d), c), e)));
+    return min32(max32(g, min32(a, b)), max32(a, b));
+}
+
+template <int Shift, class V>
+PXK_INLINE V colourFromGreen(V green, V colourSum, V greenSum, int32_t top) {
+    using namespace vec;
+    const V v = add32(green, srai32<Shift>(sub32(colourSum, greenSum)));
+    return min32(max32(v, zero<V>()), splat32<V>(top));
+}
+
+template <class V>
+struct YuvLanes {
+    V y, u, v;
+};
+
+// The terms in single precision: with samples below 2^16 every product and partial
+// sum is an integer below 2^24, so each is exact, and the arithmetic shift of the
+// exact sum is that of the integer form.
+template <class V>
+PXK_INLINE V weightedTerm(V r, V g, V b, float kr, float kg, float kb) {
+    using namespace vec;
+    using F = decltype(toFloat(r));
+    const F sum = addF(addF(addF(mulF(splatF<F>(kr), toFloat(r)), mulF(splatF<F>(kg), toFloat(g))),
+                            mulF(splatF<F>(kb), toFloat(b))),
+                       splatF<F>(128.0f));
+    return srai32<8>(truncToInt(sum));
+}
+template <class V>
+PXK_INLINE YuvLanes<V> yuvOf(V r, V g, V b) {
+    return YuvLanes<V>{weightedTerm(r, g, b, 66.0f, 129.0f, 25.0f), weightedTerm(r, g, b, -38.0f, -74.0f, 112.0f),
+                       weightedTerm(r, g, b, 112.0f, -94.0f, -18.0f)};
 }
 
 }  // namespace demosaic

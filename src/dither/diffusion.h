@@ -8,10 +8,10 @@
 
 #include <cstdint>
 #include <cstring>
-#include <utility>
 
 #include "dither/noise.h"
 #include "dither/samples.h"
+#include "frame/vec_float.h"
 
 namespace pxk {
 namespace dither {
@@ -74,18 +74,28 @@ PXK_INLINE SampleT<D> diffuseSample(float v, float low, float inv, float step, f
         *err = 0.0f;
         return smallestCode<D>();
     }
-    float q = static_cast<float>(truncToInt32(v * inv)) * step;
-    float r = v - q;
-    if (r > t) {
-        q = q + step;
-        r = v - q;
-    }
-    *err = r;
+    // Both levels are worked out and the threshold picks one by a mask: which one wins
+    // is as good as random, and a mispredicted branch costs more than the spare sums.
+    const float q0 = static_cast<float>(truncToInt32(v * inv)) * step;
+    const float q1 = q0 + step;
+    const __m128 r0 = _mm_set_ss(v - q0);
+    const __m128 up = _mm_cmpgt_ss(r0, _mm_set_ss(t));
+    const float q = _mm_cvtss_f32(vec::selectF(up, _mm_set_ss(q1), _mm_set_ss(q0)));
+    *err = _mm_cvtss_f32(vec::selectF(up, _mm_set_ss(v - q1), r0));
     return codeOfLevel<S, D, Half>(q);
 }
 
 // The whole region. `rows` is the row buffers' place (zeroed here), `tables` null
 // without noise. Steps are in bytes, already cut to whole elements.
+//
+// The rows of all channels form one sequence (channel by channel, each from the top),
+// and the buffers rotate along it. Each pixel waits on the error of the pixel before
+// it, a long chain of dependent float operations; the next row needs only errors up
+// to kPad pixels to the right in the row above. So rows go in pairs, the second
+// kPad + 1 pixels behind the first, and the processor runs both chains side by side.
+// Each pixel still takes exactly the inputs it takes one row at a time: the second row
+// reads cells of the first that are already written, and writes cells of the row
+// before the first that the first no longer reads.
 template <class Sum, Sample S, Sample D, int Code>
 void diffuse(const SampleT<S>* src, std::intptr_t srcStep, SampleT<D>* dst, std::intptr_t dstStep, PxkSize size,
              int32_t L, float* rows, const NoiseTables* tables) {
@@ -101,31 +111,69 @@ void diffuse(const SampleT<S>* src, std::intptr_t srcStep, SampleT<D>* dst, std:
     const std::size_t rowLength = static_cast<std::size_t>(w) + 2 * Sum::kPad;
     std::memset(rows, 0, rowBufferFloats<Sum>(w) * sizeof(float));
     // Row starts: E2 (three rows only), E1, C.
-    float* row[3];
-    for (int k = 0; k < Sum::kRows; ++k) row[k] = rows + Sum::kPad + static_cast<std::size_t>(k) * rowLength;
-    float* e2 = Sum::kRows == 3 ? row[0] : nullptr;
-    float* e1 = row[Sum::kRows - 2];
-    float* cur = row[Sum::kRows - 1];
-    for (int ch = 0; ch < Lay::kChannels; ++ch) {
-        for (int32_t y = 0; y < size.height; ++y) {
-            const SampleT<S>* s = byteOffset(src, static_cast<std::intptr_t>(y) * srcStep) + ch;
-            SampleT<D>* d = byteOffset(dst, static_cast<std::intptr_t>(y) * dstStep) + ch;
-            const uint32_t twiceY = 2u * static_cast<uint32_t>(y);
-            for (int32_t x = 0; x < w; ++x) {
-                const std::size_t i = static_cast<std::size_t>(x) * Lay::kStride;
-                const float v = toDomain<S>(loadSample(s + i)) + Sum::at(e2, e1, cur, x);
-                const float t = tables ? tables->at(x, twiceY) : halfStep;
-                storeSample(d + i, diffuseSample<S, D, kHalf>(v, kLow, inv, step, t, cur + x));
-            }
-            if constexpr (Sum::kRows == 2) {
-                std::swap(e1, cur);
+    float* buffer[3];
+    for (int k = 0; k < Sum::kRows; ++k) buffer[k] = rows + Sum::kPad + static_cast<std::size_t>(k) * rowLength;
+
+    // One row of the sequence: its samples, and its buffers.
+    struct Row {
+        const SampleT<S>* s;
+        SampleT<D>* d;
+        uint32_t twiceY;
+        float *e2, *e1, *cur;
+    };
+    // Row n of the sequence is row n % height of channel n / height; its buffers are
+    // the rotation's n-th turn.
+    auto rowAt = [&](int64_t n) {
+        const int32_t ch = static_cast<int32_t>(n / size.height);
+        const int32_t y = static_cast<int32_t>(n % size.height);
+        Row r;
+        r.s = byteOffset(src, static_cast<std::intptr_t>(y) * srcStep) + ch;
+        r.d = byteOffset(dst, static_cast<std::intptr_t>(y) * dstStep) + ch;
+        r.twiceY = 2u * static_cast<uint32_t>(y);
+        const int turn = static_cast<int>(n % Sum::kRows);
+        if constexpr (Sum::kRows == 2) {
+            r.e2 = nullptr;
+            r.e1 = buffer[turn];
+            r.cur = buffer[1 - turn];
+        } else {
+            r.e2 = buffer[turn];
+            r.e1 = buffer[(turn + 1) % 3];
+            r.cur = buffer[(turn + 2) % 3];
+        }
+        return r;
+    };
+    auto pixel = [&](const Row& r, int32_t x) PXK_LAMBDA_INLINE {
+        const std::size_t i = static_cast<std::size_t>(x) * Lay::kStride;
+        const float v = toDomain<S>(loadSample(r.s + i)) + Sum::at(r.e2, r.e1, r.cur, x);
+        const float t = tables ? tables->at(x, r.twiceY) : halfStep;
+        storeSample(r.d + i, diffuseSample<S, D, kHalf>(v, kLow, inv, step, t, r.cur + x));
+    };
+
+    // Rows in flight, each kLag pixels behind the one before; what is left at the end
+    // of the sequence goes one row at a time.
+    constexpr int kInFlight = 4;
+    constexpr int32_t kLag = Sum::kPad + 1;
+    constexpr int32_t kBehind = (kInFlight - 1) * kLag;
+    const int64_t count = static_cast<int64_t>(Lay::kChannels) * size.height;
+    int64_t n = 0;
+    for (; count - n >= kInFlight; n += kInFlight) {
+        Row r[kInFlight];
+        for (int j = 0; j < kInFlight; ++j) r[j] = rowAt(n + j);
+        for (int32_t x = 0; x < w + kBehind; ++x) {
+            if (x >= kBehind && x < w) {
+                PXK_UNROLL
+                for (int j = 0; j < kInFlight; ++j) pixel(r[j], x - j * kLag);
             } else {
-                float* oldE2 = e2;
-                e2 = e1;
-                e1 = cur;
-                cur = oldE2;
+                for (int j = 0; j < kInFlight; ++j) {
+                    const int32_t at = x - j * kLag;
+                    if (at >= 0 && at < w) pixel(r[j], at);
+                }
             }
         }
+    }
+    for (; n < count; ++n) {
+        const Row r = rowAt(n);
+        for (int32_t x = 0; x < w; ++x) pixel(r, x);
     }
 }
 

@@ -41,12 +41,46 @@ PXK_INLINE V spreadGroups(V bytes) {
     return or_(and_(halves, firstThree<V>()), slli64<8>(and_(halves, secondThree<V>())));
 }
 
+// Where the build has byte shuffles, a shorter network moves the same bits: each pair
+// (a, b) becomes the 24-bit number a * 4096 + b (one multiply-add of its two 12-bit
+// samples), whose bytes, high first, are the group's bytes 0, 1, 2; one shuffle
+// reverses and gathers them. Back, one shuffle puts bytes (0, 1) and (1, 2) of each
+// group high-first into two 16-bit words, and sample a is the first word shifted right
+// by 4, sample b the second word's low 12 bits (times 16, then shifted right by 4).
+constexpr uint8_t kNone = 0x80;  // a shuffle index that gives a zero byte
+constexpr uint8_t kGroupsHighFirst[16] = {2, 1, 0, 6, 5, 4, 10, 9, 8, 14, 13, 12, kNone, kNone, kNone, kNone};
+constexpr uint8_t kFirstGroupsAtTwelve[16] = {kNone, kNone, kNone, kNone, kNone, kNone, kNone, kNone,
+                                              kNone, kNone, kNone, kNone, 2,     1,     0,     6};
+constexpr uint8_t kLastGroupsFromFive[16] = {5, 4, 10, 9, 8, 14, 13, 12, kNone, kNone, kNone, kNone,
+                                             kNone, kNone, kNone, kNone};
+constexpr uint8_t kWordsOfGroups[16] = {1, 0, 2, 1, 4, 3, 5, 4, 7, 6, 8, 7, 10, 9, 11, 10};
+
+// Eight samples a lane to four groups, a * 4096 + b in each 32-bit lane.
+template <class V>
+PXK_INLINE V groupNumbers(V samples) {
+    return madd16(and_(samples, splat32<V>(0x0FFF0FFF)), pairs<V>(4096, 1));
+}
+// Four groups a lane, as three bytes each from byte 0, to eight samples.
+template <class V>
+PXK_INLINE V samplesOfGroups(V bytes) {
+    const V words = shuffleBytes(bytes, bytesInEachLane<V>(kWordsOfGroups));
+    return srli16<4>(mullo16(words, pairs<V>(1, 16)));
+}
+
 // Sixteen samples a lane (32 bytes) to 24 packed bytes.
 template <class V>
 PXK_INLINE void packBlock(const uint8_t* src, uint8_t* dst) {
-    const V lo = compactGroups(packPair<VectorWords<V>>(loadLanes<V, 32>(src)));
-    const V hi = compactGroups(packPair<VectorWords<V>>(loadLanes<V, 32>(src + 16)));
-    lanes::store24PerLane(dst, or_(lo, bytesUp<12>(hi)), bytesDown<4>(hi));
+    if constexpr (kHasByteShuffle) {
+        const V lo = groupNumbers(loadLanes<V, 32>(src));
+        const V hi = groupNumbers(loadLanes<V, 32>(src + 16));
+        const V first = or_(shuffleBytes(lo, bytesInEachLane<V>(kGroupsHighFirst)),
+                            shuffleBytes(hi, bytesInEachLane<V>(kFirstGroupsAtTwelve)));
+        lanes::store24PerLane(dst, first, shuffleBytes(hi, bytesInEachLane<V>(kLastGroupsFromFive)));
+    } else {
+        const V lo = compactGroups(packPair<VectorWords<V>>(loadLanes<V, 32>(src)));
+        const V hi = compactGroups(packPair<VectorWords<V>>(loadLanes<V, 32>(src + 16)));
+        lanes::store24PerLane(dst, or_(lo, bytesUp<12>(hi)), bytesDown<4>(hi));
+    }
 }
 
 // 24 packed bytes a lane to sixteen samples.
@@ -54,8 +88,15 @@ template <class V>
 PXK_INLINE void unpackBlock(const uint8_t* src, uint8_t* dst) {
     V first, last;
     lanes::load24PerLane(src, first, last);
-    const V lo = unpackGroup<VectorWords<V>>(spreadGroups(first));
-    const V hi = unpackGroup<VectorWords<V>>(spreadGroups(or_(bytesDown<12>(first), bytesUp<4>(last))));
+    const V second = or_(bytesDown<12>(first), bytesUp<4>(last));  // bytes 12-23
+    V lo, hi;
+    if constexpr (kHasByteShuffle) {
+        lo = samplesOfGroups(first);
+        hi = samplesOfGroups(second);
+    } else {
+        lo = unpackGroup<VectorWords<V>>(spreadGroups(first));
+        hi = unpackGroup<VectorWords<V>>(spreadGroups(second));
+    }
     storeLanes<V, 32>(dst, lo);
     storeLanes<V, 32>(dst + 16, hi);
 }

@@ -18,16 +18,24 @@ namespace {
 
 // The largest sample, from the most negative finite float up. NaN samples are passed
 // over (the vector maximum keeps its second operand, the scalar compare is false).
+// Four running maxima, so that the loads need not wait for one chain of compares;
+// a maximum does not depend on the order it is taken in (zeros of either sign lead to
+// the same fill below).
 float imageMax(const float* src, int32_t srcStep, int32_t width, int32_t height) {
     using F = vec::FloatOf<vec::Widest>;
     constexpr int32_t kPer = static_cast<int32_t>(sizeof(F) / sizeof(float));
-    F wide = vec::splatF<F>(-FLT_MAX);
+    F wide[4];
+    for (F& w : wide) w = vec::splatF<F>(-FLT_MAX);
     float m = -FLT_MAX;
     driveRows(
         width, height,
         [&](int32_t w, const float* row) {
             int32_t x = 0;
-            for (; w - x >= kPer; x += kPer) wide = vec::maxF(vec::loadF<F>(row + x), wide);
+            for (; w - x >= 4 * kPer; x += 4 * kPer) {
+                PXK_UNROLL
+                for (int i = 0; i < 4; ++i) wide[i] = vec::maxF(vec::loadF<F>(row + x + i * kPer), wide[i]);
+            }
+            for (; w - x >= kPer; x += kPer) wide[0] = vec::maxF(vec::loadF<F>(row + x), wide[0]);
             for (; x < w; ++x) {
                 const float v = loadSample<float>(row + x);
                 m = v > m ? v : m;
@@ -35,7 +43,7 @@ float imageMax(const float* src, int32_t srcStep, int32_t width, int32_t height)
         },
         rows(src, srcStep));
     float lanes[kPer];
-    vec::storeF(lanes, wide);
+    vec::storeF(lanes, vec::maxF(vec::maxF(wide[0], wide[1]), vec::maxF(wide[2], wide[3])));
     for (float v : lanes) m = v > m ? v : m;
     return m;
 }
