@@ -1,0 +1,93 @@
+# Every export of the list has a function in the package, and each can be called on a
+# small image through the generic path (arrays made from its call shape).
+import threading
+
+import numpy as np
+import pytest
+
+import pxkcc
+from conftest import export_list
+
+WIDTH, HEIGHT = 32, 16  # at least every family's least size, multiples of 4
+
+
+def test_module_lists_the_export_list():
+    assert pxkcc.exports() == export_list()
+
+
+@pytest.mark.parametrize("name", export_list())
+def test_every_export_has_a_function(name):
+    function = getattr(pxkcc, name, None)
+    assert callable(function), "%s has no function in pxkcc" % name
+    if name != "pxkccGetLibVersion":
+        assert function.__name__ == name
+        assert pxkcc.export(name).describe().startswith(name)
+
+
+def make_inputs(export, rng):
+    images = []
+    for image in export.inputs:
+        planes = []
+        for plane in image.planes:
+            shape = plane.expected_shape(WIDTH, HEIGHT)
+            if np.dtype(image.dtype).kind == "f":
+                planes.append(rng.uniform(0.0, 1.0, size=shape).astype(image.dtype))
+            else:
+                planes.append(rng.integers(0, 256, size=shape, dtype=np.uint8).view(np.uint8).astype(image.dtype))
+        images.append(planes[0] if len(planes) == 1 else tuple(planes))
+    return images
+
+
+def values_at(export, where):
+    values = []
+    for a in export.value_args:
+        v = a["lo"] + where * (a["hi"] - a["lo"])
+        if a["type"][0] != "f":
+            v = int(round(v))
+        values.append(np.full(a["count"], v) if a["kind"] == "values" else v)
+    return values
+
+
+@pytest.mark.parametrize("name", [n for n in export_list() if n != "pxkccGetLibVersion"])
+def test_every_export_is_callable_on_a_small_image(name, rng):
+    export = pxkcc.export(name)
+    export._prepare()
+    images = make_inputs(export, rng)
+    size = (WIDTH, HEIGHT) if not export.inputs or export.inputs[0].bit_packed else None
+    failures = []
+    # The values at the low end of their ranges, the middle and the high end: at least
+    # one of these is a valid call.
+    for where in (0.0, 0.5, 1.0):
+        try:
+            result = getattr(pxkcc, name)(*images, *values_at(export, where), size=size)
+        except pxkcc.Error as e:
+            failures.append(str(e))
+            continue
+        produced = len(export.images) - len([i for i in export.images if i.role == "src"])
+        produced += len([a for a in export.args if a["kind"] == "out"])
+        results = [result] if produced == 1 else list(result)
+        for image, out in zip(export.outputs, results):
+            planes = [out] if len(image.planes) == 1 else list(out)
+            assert [p.shape for p in planes] == [p.expected_shape(WIDTH, HEIGHT) for p in image.planes]
+        return
+    pytest.fail("%s: no call succeeded: %s" % (name, "; ".join(failures)))
+
+
+def test_two_threads_on_halves_give_the_bytes_of_one_call(rng):
+    rgb = rng.integers(0, 256, size=(96, 130, 3), dtype=np.uint8)
+    whole = pxkcc.pxkiRGBToYCbCr420_8u_C3P3R(rgb)
+    y = np.zeros((96, 130), np.uint8)
+    cb = np.zeros((48, 65), np.uint8)
+    cr = np.zeros((48, 65), np.uint8)
+
+    def half(r0, r1):
+        pxkcc.pxkiRGBToYCbCr420_8u_C3P3R(rgb[r0:r1], dst=(y[r0:r1], cb[r0 // 2:r1 // 2], cr[r0 // 2:r1 // 2]))
+
+    threads = [threading.Thread(target=half, args=(0, 48)), threading.Thread(target=half, args=(48, 96))]
+    for t in threads:
+        t.start()
+    for t in threads:
+        t.join()
+    assert np.array_equal(y, whole[0])
+    assert np.array_equal(cb, whole[1])
+    assert np.array_equal(cr, whole[2])
