@@ -15,7 +15,9 @@ These are refused (:func:`row_independence` says why):
 * demosaicing (every pixel reads its neighbours' rows, and the call is given the whole
   image as a rectangle),
 * tone maps (their level is measured over the whole image),
-* filtered chroma members (their vertical filter reads the rows around each row),
+* filtered chroma members (their vertical filter reads the rows around each row), and
+  the members that make chroma rows from means of neighbouring rows (1620 to 4:2:0,
+  the 4:2:0 to 4:1:1 member with means, interlaced 4:2:0 to 4:2:2),
 * members that take a work buffer, a rectangle or return a value through a pointer
   (strip-interface and size-query members), and any export without an image.
 
@@ -37,6 +39,11 @@ _REFUSED_WORDS = (
     ("Demosaic", "demosaicing reads the rows around each row"),
     ("ToneMap", "a tone map measures its level over the whole image"),
     ("_Filter", "the chroma filter reads the rows around each row"),
+    # Vertical chroma upsampling by means of neighbouring chroma rows.
+    ("1620To420", "its chroma means read the rows around each row"),
+    ("YCbCr420To411", "its chroma means read the rows around each row"),
+    ("420To422_Interlace", "its field interpolation reads the rows around each row"),
+    ("420ToCbYCr422_Interlace", "its field interpolation reads the rows around each row"),
 )
 _REFUSED_ARGS = {
     "scratch": "it takes a work buffer laid out for the whole call",
@@ -49,6 +56,9 @@ _LEAST_STRIP_ROWS = 8
 
 def _export(function):
     from . import export as find
+    from .binding import Export
+    if isinstance(function, Export):
+        return function
     if isinstance(function, str):
         return find(function)
     found = getattr(function, "export", None)

@@ -6,7 +6,7 @@ import numpy as np
 import pytest
 
 import pxkcc
-from conftest import export_list
+from conftest import export_list, make_inputs, values_at
 
 WIDTH, HEIGHT = 32, 16  # at least every family's least size, multiples of 4
 
@@ -24,35 +24,11 @@ def test_every_export_has_a_function(name):
         assert pxkcc.export(name).describe().startswith(name)
 
 
-def make_inputs(export, rng):
-    images = []
-    for image in export.inputs:
-        planes = []
-        for plane in image.planes:
-            shape = plane.expected_shape(WIDTH, HEIGHT)
-            if np.dtype(image.dtype).kind == "f":
-                planes.append(rng.uniform(0.0, 1.0, size=shape).astype(image.dtype))
-            else:
-                planes.append(rng.integers(0, 256, size=shape, dtype=np.uint8).view(np.uint8).astype(image.dtype))
-        images.append(planes[0] if len(planes) == 1 else tuple(planes))
-    return images
-
-
-def values_at(export, where):
-    values = []
-    for a in export.value_args:
-        v = a["lo"] + where * (a["hi"] - a["lo"])
-        if a["type"][0] != "f":
-            v = int(round(v))
-        values.append(np.full(a["count"], v) if a["kind"] == "values" else v)
-    return values
-
-
 @pytest.mark.parametrize("name", [n for n in export_list() if n != "pxkccGetLibVersion"])
 def test_every_export_is_callable_on_a_small_image(name, rng):
     export = pxkcc.export(name)
     export._prepare()
-    images = make_inputs(export, rng)
+    images = make_inputs(export, WIDTH, HEIGHT, rng)
     size = (WIDTH, HEIGHT) if not export.inputs or export.inputs[0].bit_packed else None
     failures = []
     # The values at the low end of their ranges, the middle and the high end: at least
