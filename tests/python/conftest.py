@@ -1,7 +1,6 @@
 # The package under test is the one of the build tree (PYTHONPATH=<build>/python, as
 # ctest sets it); the export list is the source tree's.
 import os
-import warnings
 
 import numpy as np
 import pytest
@@ -18,14 +17,6 @@ def export_list():
 @pytest.fixture
 def rng():
     return np.random.default_rng(20261125)
-
-
-@pytest.fixture(autouse=True)
-def warnings_are_recorded():
-    # Every test sees every warning, so that a test can count them.
-    with warnings.catch_warnings():
-        warnings.simplefilter("always")
-        yield
 
 
 def make_inputs(export, width, height, rng):
