@@ -112,8 +112,9 @@ class _Image:
 class Bound:
     """The arrays and values of one call, checked, before any call is made."""
 
-    def __init__(self, export, width, height, planes, steps, values, alpha):
+    def __init__(self, export, width, height, planes, steps, values, alpha, copy_back=()):
         self.export = export
+        self.copy_back = copy_back  # (caller's array, padded array) to copy after a call
         self.width = width
         self.height = height
         self.planes = planes    # per image: list of plane arrays
@@ -200,6 +201,9 @@ class Bound:
         words, keep, outs = self.words(row0, rows)
         status = _pxkcc.call(self.export.address, words)
         del keep
+        if status >= 0:
+            for given, padded in self.copy_back:
+                given[...] = padded[:given.shape[0]]
         return status, [o[0].item() for o in outs]
 
     def result(self, outs):
@@ -404,6 +408,7 @@ class Export:
                 planes[image.index] = arrays
                 strides = [p.tight_bytes(width) for p in image.planes]
             steps.append(strides)
+        copy_back = self._room_past_region(planes, steps, width, height)
 
         values = []
         for n, (a, v) in enumerate(zip(self.value_args, rest)):
@@ -421,7 +426,27 @@ class Export:
             if alpha is None:
                 alpha = 1.0 if dtype.kind == "f" else np.iinfo(dtype).max
             alpha = self._scalar("alpha", alpha, dtype)
-        return Bound(self, width, height, planes, steps, values, alpha)
+        return Bound(self, width, height, planes, steps, values, alpha, copy_back)
+
+    def _room_past_region(self, planes, steps, width, height):
+        """Where a call at this height reads or writes rows past a plane's own rows, the
+        image's planes are worked on in copies with those rows added (zeros), so that
+        nothing past the caller's arrays is touched; returns the copies to copy back."""
+        extra = {}
+        for image, plane, rows in _pxkcc.rows_past_region(self.name, height):
+            extra[(image, plane)] = rows
+        copy_back = []
+        for image in self.images:
+            if not any(i == image.index for i, _ in extra):
+                continue
+            for p, a in zip(image.planes, list(planes[image.index])):
+                padded = np.zeros((a.shape[0] + extra.get((image.index, p.index), 0),) + a.shape[1:], a.dtype)
+                padded[:a.shape[0]] = a
+                planes[image.index][p.index] = padded
+                steps[image.index][p.index] = p.tight_bytes(width)
+                if image.role != "src":
+                    copy_back.append((a, padded))
+        return copy_back
 
     def _scalar(self, n, v, dtype):
         label = "value %d" % (n + 1) if isinstance(n, int) else n

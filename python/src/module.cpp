@@ -14,6 +14,7 @@
 #include <pybind11/stl.h>
 
 #include "abi_call.h"
+#include "guard_allowances.h"
 #include "pxkcc.h"
 #include "shape_lookup.h"
 
@@ -216,6 +217,14 @@ PYBIND11_MODULE(_pxkcc, m) {
     m.def("address", &exportAddress, py::arg("name"), "The export's address in the linked library, or 0.");
     m.def("call", &callExport, py::arg("address"), py::arg("words"),
           "Calls an export with its argument words; releases the GIL during the call.");
+    m.def("rows_past_region", [](const std::string& name, int height) {
+        py::list out;
+        for (const pxkcross::PlaneAllowance& a : pxkcross::guardAllowancesFor(name, height)) {
+            out.append(py::make_tuple(a.image, a.plane, a.rowsAfter));
+        }
+        return out;
+    }, py::arg("name"), py::arg("height"),
+          "(image, plane, rows) for each plane that a call at this height touches past its rows.");
     m.def("statuses", [] {
         py::list out;
         for (const StatusName& s : kStatuses) out.append(py::make_tuple(s.value, s.name, s.meaning));

@@ -160,3 +160,19 @@ def test_help_text_tells_the_arrays():
     doc = pxkcc.pxkiYCbCr420ToRGB_8u_P2C3R.__doc__
     assert "ceil(h/2)" in doc and "uint8" in doc
     assert pxkcc.pxkiYCbCr420ToRGB_8u_P2C3R.__name__ == "pxkiYCbCr420ToRGB_8u_P2C3R"
+
+
+def test_rows_a_call_touches_past_the_region_stay_inside_the_package():
+    # At height 2 the 4:2:0 to 4:1:1 member reads a source chroma row and writes two
+    # destination chroma rows past the region: the caller's neighbouring rows stay
+    # as they were. Row 0 of each chroma plane is S[0][2c].
+    w = 8
+    src_rows = np.full((4, w), 9, np.uint8)
+    src = (src_rows[0:2], np.arange(16, dtype=np.uint8).reshape(4, 4)[0:1], np.full((4, 4), 50, np.uint8)[0:1])
+    sentinel = np.full((6, 2), 77, np.uint8)
+    dst = (np.zeros((2, w), np.uint8), sentinel[0:2], np.full((6, 2), 77, np.uint8)[0:2])
+    pxkcc.pxkiYCbCr420To411_8u_P3R(src, dst=dst)
+    assert np.all(sentinel[2:] == 77)
+    assert dst[1][0].tolist() == [0, 2]
+    assert dst[2][0].tolist() == [50, 50]
+    assert np.array_equal(dst[0], src_rows[0:2])
