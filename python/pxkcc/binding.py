@@ -271,7 +271,7 @@ class Export:
     def describe(self):
         """A text for help(): the call, the arrays per image, the C argument list."""
         self._prepare()
-        lines = [self.signature(), "", "Images (w x h pixels):"]
+        lines = [self.signature(), "", "Images (w x h pixels):" if self.images else "Images: none"]
         for im in self.images:
             for p in im.planes:
                 rows = "h" if p.hdiv == 1 else "ceil(h/%d)" % p.hdiv
@@ -283,7 +283,12 @@ class Export:
                 else:
                     shape = "(%s, %s, %d)" % (rows, cols, p.channels)
                 lines.append("  %s plane %d: %s %s" % (im.label, p.index, np.dtype(im.dtype).name, shape))
-        lines.append("C arguments: " + self.arguments)
+        returned = ["the %s" % ("destination" if im.role == "dst" else "in-place image") +
+                    (" (a tuple of %d planes)" % len(im.planes) if len(im.planes) > 1 else "")
+                    for im in self.images if im.role != "src"]
+        returned += ["the %s the call writes" % a["type"] for a in self.args if a["kind"] == "out"]
+        lines.append("Returns: " + (", then ".join(returned) if returned else "None"))
+        lines.append("C arguments (values with the ranges the tests draw them from): " + self.arguments)
         if self.positive_steps_only:
             lines.append("Row strides must be positive (other sources are copied first).")
         return "\n".join(lines)
