@@ -1,6 +1,7 @@
 # Every export of the list has a function in the package, and each can be called on a
 # small image through the generic path (arrays made from its call shape).
 import threading
+import time
 
 import numpy as np
 import pytest
@@ -67,3 +68,29 @@ def test_two_threads_on_halves_give_the_bytes_of_one_call(rng):
     assert np.array_equal(y, whole[0])
     assert np.array_equal(cb, whole[1])
     assert np.array_equal(cr, whole[2])
+
+
+def test_other_threads_run_during_a_call():
+    # One long call (a float-heavy conversion of a large image) in this thread, while
+    # another thread records the times at which it runs Python code: it can only do
+    # so during the call if the call has released the interpreter lock.
+    rgb = np.zeros((3072, 4096, 3), np.uint8)
+    dst = np.zeros_like(rgb)
+    ticks = []
+    stop = threading.Event()
+
+    def tick():
+        while not stop.is_set():
+            ticks.append(time.perf_counter())
+
+    ticker = threading.Thread(target=tick)
+    ticker.start()
+    time.sleep(0.01)
+    start = time.perf_counter()
+    pxkcc.pxkiRGBToHLS_8u_C3R(rgb, dst=dst)
+    end = time.perf_counter()
+    stop.set()
+    ticker.join()
+    margin = (end - start) / 4
+    inside = [t for t in ticks if start + margin < t < end - margin]
+    assert inside, "no other thread ran during a call of %.3f s" % (end - start)
