@@ -1,12 +1,15 @@
 """pxkcc: the colour-conversion library on numpy arrays.
 
 Every export of the library is a function of this package under its own name, e.g.
-``pxkcc.pxkiRGBToYCbCr_8u_C3R(rgb)``; ``help()`` on one shows its arrays and
+``pxkcc.pxkiRGBToYCbCr_8u_C3R(rgb)``, and under a lower-case alias beside it
+(``pxkcc.rgb_to_ycbcr_8u_c3r``); ``help()`` on one shows its arrays and
 arguments, and :mod:`pxkcc.binding` tells the conventions. Error statuses raise
 :class:`pxkcc.Error` subclasses, warning statuses issue :class:`pxkcc.PxkWarning`
 subclasses. :func:`pxkcc.convert_in_strips` converts an image in horizontal strips on
 a thread pool.
 """
+
+import re
 
 from . import _pxkcc
 from .binding import Export, make_function
@@ -30,6 +33,23 @@ for _name in _pxkcc.export_names():
     _exports[_name] = Export(_name)
     globals()[_name] = make_function(_exports[_name])
     __all__.append(_name)
+
+
+def friendly_name(name):
+    """The lower-case alias of an export: the prefix dropped, "To" between two spaces
+    spelled "_to_" (pxkiRGBToYCbCr420_8u_C3P3R -> rgb_to_ycbcr420_8u_c3p3r)."""
+    body = name[4:] if name.startswith("pxki") else name
+    return re.sub(r"To(?=[A-Z0-9])", "_to_", body).lower()
+
+
+# The aliases stand beside the exports' own names; a name that two exports would share
+# is left to neither.
+_aliases = {}
+for _name in _exports:
+    _aliases.setdefault(friendly_name(_name), []).append(_name)
+for _alias, _names in _aliases.items():
+    if len(_names) == 1 and _alias not in globals():
+        globals()[_alias] = globals()[_names[0]]
 
 
 def version():

@@ -94,3 +94,13 @@ def test_other_threads_run_during_a_call():
     margin = (end - start) / 4
     inside = [t for t in ticks if start + margin < t < end - margin]
     assert inside, "no other thread ran during a call of %.3f s" % (end - start)
+
+
+def test_every_export_has_a_lower_case_alias():
+    assert pxkcc.friendly_name("pxkiRGBToYCbCr420_8u_C3P3R") == "rgb_to_ycbcr420_8u_c3p3r"
+    assert pxkcc.friendly_name("pxkiToneMapLinear_32f8u_C1R") == "tonemaplinear_32f8u_c1r"
+    names = [n for n in export_list() if n != "pxkccGetLibVersion"]
+    aliases = {pxkcc.friendly_name(n) for n in names}
+    assert len(aliases) == len(names)
+    for name in names:
+        assert getattr(pxkcc, pxkcc.friendly_name(name)) is getattr(pxkcc, name)
