@@ -16,6 +16,7 @@
 
 #include "abi_call.h"
 #include "call_shape.h"
+#include "guard_allowances.h"
 #include "sweep.h"
 
 namespace pxkcross {
@@ -45,15 +46,6 @@ int64_t stepBytesFor(StepKind kind, int64_t tight, int unit, unsigned variant);
 // resolution, arrays and values of their own size), its last byte just below a page
 // that may not be touched, or its first byte just above one.
 enum class Placement { Margins, GuardAfter, GuardBefore };
-
-// Rows that a call may touch beyond a plane's own rows, where an export documents
-// reads or writes past the region: in guarded placements, that plane of that image
-// gets `rowsAfter` more rows.
-struct PlaneAllowance {
-    int image;
-    int plane;
-    int rowsAfter;
-};
 
 class CallMemory {
 public:
