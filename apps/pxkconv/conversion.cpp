@@ -205,7 +205,7 @@ Failure runConversion(const Options& o) {
     }
     if (inKind == FileKind::Raw && !o.from.empty()) inRaw = o.from;
     if (outKind == FileKind::Raw && !o.to.empty()) outRaw = o.to;
-    if (!o.from.empty() && inKind != FileKind::Raw && o.from.rfind("bayer", 0) != 0) {
+    if (!o.from.empty() && inKind != FileKind::Raw) {
         return fault(kExitUsage, "-f names the layout of raw input; " + input + " says its own");
     }
 

@@ -152,10 +152,11 @@ Formats, from the file extension:
   .yuv .raw             raw frames; the layout comes from -f (input) or -t (output)
 
 Options:
-  -f, --from LAYOUT     the input's layout: i420 nv12 yuy2 uyvy i422 i444 411 v210,
-                        or gray gray16 rgb rgb16 rgba rgba16 bayer bayer16
-  -t, --to LAYOUT       the output's layout (default: the first that the input
-                        converts to in the output's format, at the input's bit depth)
+  -f, --from LAYOUT     the layout of raw input: i420 nv12 yuy2 uyvy i422 i444 411
+                        v210 (pictures and Y4M streams say their own)
+  -t, --to LAYOUT       the output's layout: a raw layout, or gray gray16 rgb rgb16
+                        for pictures (default: the first that the input converts to
+                        in the output's format, at the input's bit depth)
   --size WxH            the size of raw input frames
   --matrix M            601 (default), 709csc (BT.709 studio range) or 709hdtv
   --range R             studio (default) selects the studio-range YCbCr members of

@@ -42,6 +42,12 @@ const std::vector<Route> kRoutes = {
     {"rgb", "i444", "", "601", "studio", "pxkiRGBToYCbCr_8u_C3P3R", "", "", ""},
     {"rgb", "i444", "", "601", "full", "pxkiRGBToYUV_8u_C3P3R", "", "", ""},
     {"rgb", "411", "", "601", "studio", "pxkiBGRToYCbCr411_8u_C3P3R", "2,1,0", "", ""},
+    // RGBA pictures (PNG): the alpha sample is not read.
+    {"rgba", "i420", "", "601", "studio", "pxkiRGBToYCrCb420_8u_AC4P3R", "", "0,2,1", ""},
+    {"rgba", "i420", "", "709hdtv", "studio", "pxkiBGRToYCbCr420_709HDTV_8u_AC4P3R", "2,1,0,3", "", ""},
+    {"rgba", "nv12", "", "601", "studio", "pxkiRGBToYCbCr420_8u_C4P2R", "", "", ""},
+    {"rgba", "i444", "", "601", "studio", "pxkiRGBToYCbCr_8u_AC4P3R", "", "", ""},
+    {"rgba", "gray", "", "", "", "pxkiRGBToGray_8u_AC4C1R", "", "", ""},
     // YUV frames to RGB pictures.
     {"i420", "rgb", "", "601", "studio", "pxkiYCbCr420ToRGB_8u_P3C3R", "", "", ""},
     {"i420", "rgb", "", "601", "full", "pxkiYUV420ToRGB_8u_P3C3R", "", "", ""},

@@ -107,6 +107,27 @@ TEST(PxkconvConversions, RoundTripsThroughEveryYuvLayoutStayWithinTolerance) {
     }
 }
 
+TEST(PxkconvConversions, RgbaPicturesGoToYuvInTheirPlaneOrder) {
+    // The RGBA member writes Y, Cr, Cb planes: pxkconv puts them in the file's order.
+    const Picture rgb = smoothPicture(32, 16);
+    Picture rgba = Picture::blank(32, 16, 4, 8);
+    for (std::size_t i = 0; i < std::size_t(32 * 16); ++i) {
+        std::memcpy(&rgba.bytes[4 * i], &rgb.bytes[3 * i], 3);
+        rgba.bytes[4 * i + 3] = 255;
+    }
+    std::string error;
+    ASSERT_TRUE(pxkconv::writePicture(scratch("alpha.png"), rgba, &error)) << error;
+    for (const char* layout : {"i420", "nv12", "i444"}) {
+        SCOPED_TRACE(layout);
+        const std::string yuv = scratch(std::string("alpha.") + layout);
+        ProgramRun run = runPxkconv({scratch("alpha.png"), yuv});
+        ASSERT_EQ(run.exitCode, 0) << run.err;
+        run = runPxkconv({"--size", "32x16", yuv, scratch("alpha_back.png")});
+        ASSERT_EQ(run.exitCode, 0) << run.err;
+        EXPECT_LE(largestDifference(rgb, readBack(scratch("alpha_back.png"))), 6);
+    }
+}
+
 TEST(PxkconvConversions, MovesBetweenYuvLayoutsKeepEveryByte) {
     // Random 4:2:0 bytes through a layout and back: chroma rows are repeated on the way
     // to 4:2:2 and the repeated row dropped on the way back.
@@ -144,7 +165,7 @@ std::vector<std::string> routeArguments(const pxkconv::Route& r, int w, int h) {
     if (from->picture) {
         Picture p = Picture::blank(w, h, from->channels, from->bits);
         for (std::size_t i = 0; i < p.bytes.size(); ++i) p.bytes[i] = uint8_t(i * 37 + 5);
-        input = scratch(std::string("route_in.") + (from->channels == 1 ? "pgm" : "ppm"));
+        input = scratch(std::string("route_in.") + (from->channels == 1 ? "pgm" : (from->channels == 3 ? "ppm" : "png")));
         std::string error;
         EXPECT_TRUE(pxkconv::writePicture(input, p, &error)) << error;
     } else {
