@@ -68,7 +68,7 @@ bool readNumber(ValueType t, const std::string& text, uint64_t* word, double* as
         }
         return true;
     }
-    const long long v = std::strtoll(text.c_str(), &end, 0);
+    const long long v = std::strtoll(text.c_str(), &end, 10);
     if (errno != 0 || *end != '\0') return false;
     long long lo;
     unsigned long long hi;
