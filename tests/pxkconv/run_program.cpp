@@ -1,6 +1,8 @@
 #include "run_program.h"
 
+#include <gtest/gtest.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -25,12 +27,18 @@ std::string fileText(const std::string& path) {
 
 }  // namespace
 
-std::string scratch(const std::string& name) { return std::string(PXKCONV_TEST_DIR) + "/" + name; }
+// Each test has its own names, so that tests that ctest runs at once never share a file.
+std::string scratch(const std::string& name) {
+    const ::testing::TestInfo* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    const std::string owner = test ? std::string(test->name()) + "_" : std::string();
+    return std::string(PXKCONV_TEST_DIR) + "/" + owner + name;
+}
 
 ProgramRun runPxkconv(const std::vector<std::string>& args) {
     static int counter = 0;
-    const std::string outPath = scratch("run" + std::to_string(counter) + ".out");
-    const std::string errPath = scratch("run" + std::to_string(counter++) + ".err");
+    const std::string files = "run" + std::to_string(getpid()) + "_" + std::to_string(counter++);
+    const std::string outPath = scratch(files + ".out");
+    const std::string errPath = scratch(files + ".err");
     std::string command = "cd " + quoted(PXKCONV_TEST_DIR) + " && " + quoted(PXKCONV_PROGRAM);
     for (const std::string& a : args) command += " " + quoted(a);
     command += " >" + quoted(outPath) + " 2>" + quoted(errPath) + " </dev/null";
