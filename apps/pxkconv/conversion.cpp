@@ -239,11 +239,11 @@ Failure runConversion(const Options& o) {
 
     ValueSettings values;
     if (route) {
-        std::string spec = route->values;
-        for (std::size_t at = 0; at < spec.size();) {
-            std::size_t end = spec.find(' ', at);
-            if (end == std::string::npos) end = spec.size();
-            const std::string item = spec.substr(at, end - at);
+        const std::string list = route->values;
+        for (std::size_t at = 0; at < list.size();) {
+            std::size_t end = list.find(' ', at);
+            if (end == std::string::npos) end = list.size();
+            const std::string item = list.substr(at, end - at);
             const std::size_t eq = item.find('=');
             values[item.substr(0, eq)] = valueFromOptions(item.substr(eq + 1), o, source->layout, destination);
             at = end + 1;
