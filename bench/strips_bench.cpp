@@ -64,9 +64,10 @@ private:
 
 struct Frame {
     int w, h;
-    std::vector<uint8_t> rgb, y, cb, cr, c2;
+    std::vector<uint8_t> rgb, out, y, cb, cr, c2;
     Frame(int width, int height)
-        : w(width), h(height), rgb(std::size_t(3) * w * h), y(std::size_t(w) * h), cb(std::size_t(w) * h),
+        : w(width), h(height), rgb(std::size_t(3) * w * h), out(std::size_t(3) * w * h), y(std::size_t(w) * h),
+          cb(std::size_t(w) * h),
           cr(std::size_t(w) * h), c2(std::size_t(2) * w * h) {
         for (std::size_t i = 0; i < rgb.size(); ++i) rgb[i] = uint8_t(i * 2654435761u >> 24);
         for (std::size_t i = 0; i < y.size(); ++i) y[i] = cb[i] = cr[i] = uint8_t(i * 40503u >> 8);
@@ -102,7 +103,7 @@ std::vector<Case> cases() {
         {"pxkiRGBToYCbCr_8u_C3R",
          [](Frame& f, const pxkcc::Strip& s) {
              return pxkiRGBToYCbCr_8u_C3R(stripRow(f.rgb.data(), 3 * f.w, s), 3 * f.w,
-                                          stripRow(f.cb.data(), f.w, s), f.w, PxkSize{f.w / 3, s.height});
+                                          stripRow(f.out.data(), 3 * f.w, s), 3 * f.w, PxkSize{f.w, s.height});
          }},
         {"pxkiYCbCr422ToRGB_8u_C2C3R",
          [](Frame& f, const pxkcc::Strip& s) {
@@ -111,8 +112,8 @@ std::vector<Case> cases() {
          }},
         {"pxkiGammaFwd_8u_C3R",
          [](Frame& f, const pxkcc::Strip& s) {
-             return pxkiGammaFwd_8u_C3R(stripRow(f.rgb.data(), 3 * f.w, s), 3 * f.w, stripRow(f.c2.data(), 2 * f.w, s),
-                                        2 * f.w, PxkSize{(2 * f.w) / 3, s.height});
+             return pxkiGammaFwd_8u_C3R(stripRow(f.rgb.data(), 3 * f.w, s), 3 * f.w, stripRow(f.out.data(), 3 * f.w, s),
+                                        3 * f.w, PxkSize{f.w, s.height});
          }},
     };
 }
@@ -149,8 +150,8 @@ int main(int argc, char** argv) {
             return 1;
         }
     }
-    if (w < 6 || h < 4 || w % 6 != 0 || h % 4 != 0 || workers < 1 || strips < 1 || repeat < 1) {
-        std::fprintf(stderr, "sizes: width a multiple of 6, height of 4; workers, strips, repeat at least 1\n");
+    if (w < 2 || h < 2 || w % 2 != 0 || h % 2 != 0 || workers < 1 || strips < 1 || repeat < 1) {
+        std::fprintf(stderr, "sizes: even width and height; workers, strips, repeat at least 1\n");
         return 1;
     }
     Frame frame(w, h);
