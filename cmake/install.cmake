@@ -24,3 +24,11 @@ file(RELATIVE_PATH PXKCC_PC_TO_PREFIX ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${C
 string(REGEX REPLACE "/$" "" PXKCC_PC_TO_PREFIX "${PXKCC_PC_TO_PREFIX}")
 configure_file(${PROJECT_SOURCE_DIR}/cmake/pxkcc.pc.in ${PROJECT_BINARY_DIR}/pxkcc.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/pxkcc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# The strip helper (header-only, C++17) beside the header, and pxkconv where it is
+# built; pxkconv finds the library in the prefix's library directory.
+install(FILES ${PROJECT_SOURCE_DIR}/include/pxkcc_strips.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+if(TARGET pxkconv)
+  set_target_properties(pxkconv PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+  install(TARGETS pxkconv RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()

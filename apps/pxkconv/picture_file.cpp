@@ -15,14 +15,6 @@ namespace pxkconv {
 
 namespace {
 
-std::string lowerExtension(const std::string& path) {
-    const std::size_t dot = path.find_last_of('.');
-    const std::size_t slash = path.find_last_of('/');
-    if (dot == std::string::npos || (slash != std::string::npos && dot < slash)) return "";
-    std::string e = path.substr(dot + 1);
-    for (char& c : e) c = char(std::tolower(static_cast<unsigned char>(c)));
-    return e;
-}
 
 bool fail(std::string* error, const std::string& path, const std::string& what) {
     *error = path + ": " + what;
@@ -203,6 +195,15 @@ bool writePng(const std::string& path, const Picture& picture, std::string* erro
 
 }  // namespace
 
+std::string fileExtension(const std::string& path) {
+    const std::size_t dot = path.find_last_of('.');
+    const std::size_t slash = path.find_last_of('/');
+    if (dot == std::string::npos || (slash != std::string::npos && dot < slash)) return "";
+    std::string e = path.substr(dot + 1);
+    for (char& c : e) c = char(std::tolower(static_cast<unsigned char>(c)));
+    return e;
+}
+
 Picture Picture::blank(int width, int height, int channels, int bits) {
     Picture p;
     p.width = width;
@@ -214,7 +215,7 @@ Picture Picture::blank(int width, int height, int channels, int bits) {
 }
 
 bool pictureFormatOf(const std::string& path, PictureFormat* format) {
-    const std::string e = lowerExtension(path);
+    const std::string e = fileExtension(path);
     if (e == "png") {
         *format = PictureFormat::Png;
         return true;

@@ -27,6 +27,9 @@ struct Picture {
 
 enum class PictureFormat { Png, Pnm };
 
+// A file name's extension in lower case, without the dot; "" without one.
+std::string fileExtension(const std::string& path);
+
 // The format a file name's extension names (.png; .ppm, .pgm, .pnm), or false.
 bool pictureFormatOf(const std::string& path, PictureFormat* format);
 

@@ -10,6 +10,24 @@ endfunction()
 file(REMOVE_RECURSE ${PREFIX} ${WORK_DIR})
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${PREFIX})
 
+# The strip helper: installed beside the header, usable from C++17 with the library.
+file(GLOB_RECURSE installed_library ${PREFIX}/lib*/libpxkcc.so)
+list(GET installed_library 0 installed_library)
+get_filename_component(installed_libdir ${installed_library} DIRECTORY)
+file(MAKE_DIRECTORY ${WORK_DIR}/strips)
+run(${CXX} -std=c++17 -I${PREFIX}/include ${CONSUMER_DIR}/strips_consumer.cpp -L${installed_libdir} -lpxkcc
+    -Wl,-rpath,${installed_libdir} -pthread -o ${WORK_DIR}/strips/consumer)
+run(${WORK_DIR}/strips/consumer)
+
+# pxkconv, where the build has it: installed, and finding the installed library.
+if(WITH_PXKCONV)
+  run(${PREFIX}/bin/pxkconv --version)
+  execute_process(COMMAND ${PREFIX}/bin/pxkconv --list OUTPUT_VARIABLE listed RESULT_VARIABLE rc)
+  if(NOT rc EQUAL 0 OR NOT listed MATCHES "pxkiRGBToYCbCr_8u_C3R")
+    message(FATAL_ERROR "the installed pxkconv does not list the exports")
+  endif()
+endif()
+
 # find_package(pxkcc)
 run(${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${WORK_DIR}/cmake -DCMAKE_PREFIX_PATH=${PREFIX}
     -DCMAKE_BUILD_RPATH=${PREFIX}/lib)

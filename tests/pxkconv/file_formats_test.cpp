@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "picture_file.h"
+#include "test_files.h"
 #include "yuv_file.h"
 
 namespace {
@@ -20,15 +21,8 @@ std::string tempPath(const std::string& name) {
     return std::string(PXKCONV_TEST_DIR) + "/" + name;
 }
 
-std::vector<uint8_t> fileBytes(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::vector<uint8_t>(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
-void putFile(const std::string& path, const std::vector<uint8_t>& bytes) {
-    std::ofstream out(path, std::ios::binary);
-    out.write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
-}
+using pxkconvtest::fileBytes;
+using pxkconvtest::putFile;
 
 Picture patterned(int w, int h, int channels, int bits) {
     Picture p = Picture::blank(w, h, channels, bits);
