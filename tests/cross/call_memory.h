@@ -47,12 +47,14 @@ int64_t stepBytesFor(StepKind kind, int64_t tight, int unit, unsigned variant);
 enum class Placement { Margins, GuardAfter, GuardBefore };
 
 // Rows that a call may touch beyond a plane's own rows, where an export documents
-// reads or writes past the region: in guarded placements, that plane of that image
-// gets `rowsAfter` more rows.
+// reads or writes outside the region: that plane of that image gets `rowsAfter` more
+// rows after its last row and `rowsBefore` more before its row 0 (rows -1, -2, ...
+// counted by its step from the pointer passed).
 struct PlaneAllowance {
     int image;
     int plane;
     int rowsAfter;
+    int rowsBefore = 0;
 };
 
 class CallMemory {
