@@ -415,6 +415,25 @@ PxkResult planar4ToPlanar4(Planar4ToPlanar4 f, const Image& s, Image& d) {
     return f(s.planes(), s.step(), d.planes(), d.step(), regionOf(s));
 }
 
+// ---- 4:2:0 smoothing: the layout after the size; the whole image in one call ----
+
+using TwoPlanesToPackedLayout = PxkResult (*)(const uint8_t*, int32_t, const uint8_t*, int32_t, uint8_t*, int32_t,
+                                              PxkSize, int32_t);
+using TwoPlanesToPlanarStepsLayout = PxkResult (*)(const uint8_t*, int32_t, const uint8_t*, int32_t,
+                                                   uint8_t* const[3], const int32_t[3], PxkSize, int32_t);
+
+template <class Image>
+PxkResult twoPlanesToPackedWhole(TwoPlanesToPackedLayout f, const Image& s, Image& d) {
+    return f(s.planes()[0], s.steps()[0], s.planes()[1], s.steps()[1], d.data(), d.step(), regionOf(s),
+             pxkLayoutWhole);
+}
+
+template <class Image>
+PxkResult twoPlanesToPlanarStepsWhole(TwoPlanesToPlanarStepsLayout f, const Image& s, Image& d) {
+    return f(s.planes()[0], s.steps()[0], s.planes()[1], s.steps()[1], d.planes(), d.steps(), regionOf(s),
+             pxkLayoutWhole);
+}
+
 // ---- one function per export: export given at compile time ----
 
 template <PackedToPacked F, class Image>

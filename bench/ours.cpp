@@ -477,6 +477,9 @@ const std::vector<Export>& ourExports() {
         PXK_ROW(pxkiRGBToYCC_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
         PXK_ROW(pxkiYCCToRGB_8u_C3R, C3, C3, Rgb, packedToPacked),
         PXK_ROW(pxkiYCCToRGB_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
+        // 4:2:0 smoothed vertically (luma and chroma), the whole image in one call
+        PXK_ROW(pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R, P2, C2, YCbCr, twoPlanesToPackedWhole),
+        PXK_ROW(pxkiYCbCr420ToYCrCb420_Filter_8u_P2P3R, P2, P420, YCbCr, twoPlanesToPlanarStepsWhole),
     };
     return table;
 }

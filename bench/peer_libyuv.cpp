@@ -319,6 +319,11 @@ std::vector<Case> libyuvCases() {
     addBoth(cases, {"libyuv/ARGBColorMatrix", Layout::AC4, Layout::AC4, Content::Rgb, argbColorMatrix,
                     {"pxkiColorTwist32f_8u_AC4R", "pxkiColorTwist32f_8u_AC4IR", "pxkiColorTwist32f_8u_C3R"},
                     "fixed-point 4x4 matrix, no offset, B,G,R,A"});
+    // 4:2:0 smoothing: no peer filters vertically; the nearest is the same change of
+    // layout without the filter.
+    addBoth(cases, {"libyuv/NV12ToI420 (no filter)", Layout::P2, Layout::P420, Content::YCbCr,
+                    twoPlanesToPlanes<libyuv::NV12ToI420>, {"pxkiYCbCr420ToYCrCb420_Filter_8u_P2P3R"},
+                    "same layout change, without the vertical smoothing of luma and chroma"});
     return cases;
 }
 #else

@@ -1628,6 +1628,79 @@ PXKCC_API PxkResult pxkiYCCToRGB_8u_C3R(const uint8_t* pSrc, int32_t srcStep, ui
 PXKCC_API PxkResult pxkiYCCToRGB_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
                                          int32_t dstStep, PxkSize roiSize);
 
+/* ------------------------------------------------------------------------ */
+/* 4:2:0 with vertical smoothing, whole or in strips                          */
+/* ------------------------------------------------------------------------ */
+/* Values of `layout`: which part of an image a call converts. */
+typedef int32_t PxkStripLayout;
+enum {
+    pxkLayoutTop = 1,     /* the top strip of an image converted in strips */
+    pxkLayoutCenter = 4,  /* a strip between the top and the bottom */
+    pxkLayoutBottom = 16, /* the bottom strip */
+    pxkLayoutWhole = 21   /* the whole image in one call (top + center + bottom) */
+};
+
+/* Source: a Y plane and a plane of Cb Cr pairs (4:2:0, width/2 pairs by height/2
+ * rows), each with its step. Luma and chroma are both smoothed vertically (luma is
+ * never copied), per column, with Y and C the source rows counted from the pointers:
+ *   F31(r, k)  = (3 Y[r] + Y[r+1] + k) >> 2
+ *   F121(r, k) = (Y[r-1] + 2 Y[r] + Y[r+1] + k) >> 2
+ *   F13(r, k)  = (Y[r-1] + 3 Y[r] + k) >> 2
+ *   A(i, k)    = (C[i] + C[i+1] + k) >> 1
+ * each saturated at 255. A k of 4 (luma) or 2 (chroma) adds exactly 1 to the
+ * truncated value, so a flat area of value v comes out as v + 1 on those rows.
+ * The width is cut to even and the height to even, silently (pxkOk); h is the cut
+ * height and n = h/2. Least size 2 x 2. The destination must not overlap the source.
+ *
+ * Strips. pxkLayoutWhole converts a whole image. An image converted in strips takes
+ * pxkLayoutTop for its first strip, pxkLayoutCenter for the middle ones and
+ * pxkLayoutBottom for the last, each with its pointers at the strip's first row. The
+ * top and center strips stop two rows short (rows h-2 and h-1 need the next strip);
+ * the center and bottom strips finish those two rows of the strip above: they WRITE
+ * rows -2 and -1 above the destination pointers (for the planar member, chroma row -1
+ * too) and READ three luma rows and one chroma row above the source pointers. The
+ * caller must own those rows. Another `layout` value takes the whole-image path if its
+ * bits 0, 2 and 4 are all set; otherwise the call writes nothing and returns pxkOk
+ * (after the pointer and size tests).
+ *
+ * pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R: into packed 4:2:2 Y0 Cb Y1 Cr (byte 0 of a
+ * source pair in byte 1 of the output, byte 1 in byte 3); both output rows of a pair
+ * take the same chroma. Output rows and their filters:
+ *   Whole, h = 2:  rows 0, 1: F31(0,4), F13(1,4); chroma C[0] copied.
+ *   Whole, h >= 4: rows 0 .. h-1: F31(0,4), then F121(r,4), last F13(h-1,4); chroma
+ *                  of pair p: A(0,2) for p = 0, A(p,0) between, A(n-2,2) for p = n-1.
+ *   Top:           rows 0 .. h-3 (always rows 0 and 1): F31(0,4), F121(1,0), then
+ *                  F121(r,4); chroma of rows 2p, 2p+1: A(p,2). At h = 2 it reads luma
+ *                  row 2 and chroma row 1, past the region.
+ *   Center:        rows -2 .. h-3: F121(r,4); chroma of rows 2p-2, 2p-1: A(p-1,2).
+ *   Bottom:        rows -2 .. h-1: F121(r,4), but F121(h-2,0) and F13(h-1,0); chroma
+ *                  as Center, but rows h-2, h-1: A(n-2,0).
+ * Checks: any pointer null: pxkErrNullPtr; width or height below 2: pxkErrSize.
+ *
+ * pxkiYCbCr420ToYCrCb420_Filter_8u_P2P3R: into 4:2:0 planes pDst[0] (luma), pDst[1]
+ * and pDst[2] (chroma, width/2 by height/2), a step a plane. The chroma bytes are not
+ * exchanged in spite of the name: byte 0 of each source pair goes to pDst[1], byte 1
+ * to pDst[2]. The whole image is biased, the strips are not:
+ *   Whole, h = 2:  luma rows 0, 1: F31(0,4), F13(1,4); chroma row 0 copied.
+ *   Whole, h >= 4: luma as the packed member's; chroma rows p = 0 .. n-2: A(p,2),
+ *                  row n-1: A(n-2,2).
+ *   Top:           luma rows 0 .. h-3: F31(0,0), then F121(r,0); chroma rows
+ *                  0 .. n-2: A(p,0). At h = 2 nothing is written.
+ *   Center:        luma rows -2 .. h-3: F121(r,0); chroma rows -1 .. n-2: A(p,0).
+ *   Bottom:        luma rows -2 .. h-1: F121(r,0), last F13(h-1,0); chroma rows
+ *                  -1 .. n-2: A(p,0), row n-1: A(n-2,0).
+ * Checks: pSrcY, pSrcCbCr or pDst null: pxkErrNullPtr; width or height below 1:
+ * pxkErrSize; an entry of pDst, or dstStep, null: pxkErrNullPtr; width or height
+ * below 2: pxkErrSize. */
+PXKCC_API PxkResult pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R(const uint8_t* pSrcY, int32_t srcYStep,
+                                                           const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                                           uint8_t* pDst, int32_t dstStep, PxkSize roiSize,
+                                                           int32_t layout);
+PXKCC_API PxkResult pxkiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep,
+                                                           const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                                           uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                           PxkSize roiSize, int32_t layout);
+
 #ifdef __cplusplus
 }
 #endif

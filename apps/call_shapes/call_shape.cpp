@@ -1,5 +1,6 @@
 #include "call_shape.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -192,6 +193,11 @@ std::string describeArg(const CallShape& shape, const Arg& a) {
                     if (i.role != Role::Source) return std::string("alpha:") + sampleTypeToken(i.type);
                 }
                 return "alpha:?";
+            }
+            if (!a.choices.empty()) {
+                std::string text = std::string(valueTypeToken(a.type)) + ":";
+                for (std::size_t i = 0; i < a.choices.size(); ++i) text += (i ? "|" : "") + number(a.choices[i]);
+                return text;
             }
             return std::string(valueTypeToken(a.type)) + ":" + number(a.lo) + ":" + number(a.hi);
         case ArgKind::Values:
@@ -433,6 +439,7 @@ private:
     // <type>:<lo>:<hi> by value, <type>[<n>]:<lo>:<hi> by pointer
     bool value(const std::string& t) {
         const std::vector<std::string> p = split(t, ':');
+        if (p.size() == 2 && p[1].find('|') != std::string::npos) return valueOf(p[0], split(p[1], '|'), t);
         if (p.size() != 3) return fail("unknown token " + t);
         Arg a;
         std::string type = p[0];
@@ -454,6 +461,25 @@ private:
         if (!readNumber(p[1], &a.lo) || !readNumber(p[2], &a.hi) || !(a.lo <= a.hi)) {
             return fail("bad range in " + t);
         }
+        shape_.args.push_back(a);
+        return true;
+    }
+
+    // <type>:<v1>|<v2>|... by value: one of the values given, for an argument whose
+    // meaningful values are few among many.
+    bool valueOf(const std::string& type, const std::vector<std::string>& values, const std::string& t) {
+        Arg a;
+        a.kind = ArgKind::Value;
+        const std::optional<ValueType> v = readValueType(type);
+        if (!v) return fail("unknown token " + t);
+        a.type = *v;
+        for (const std::string& text : values) {
+            double x = 0;
+            if (!readNumber(text, &x)) return fail("bad value in " + t);
+            a.choices.push_back(x);
+        }
+        a.lo = *std::min_element(a.choices.begin(), a.choices.end());
+        a.hi = *std::max_element(a.choices.begin(), a.choices.end());
         shape_.args.push_back(a);
         return true;
     }

@@ -78,6 +78,7 @@ struct Arg {
     ValueType type = ValueType::I32;            // Value, Values, Out
     int count = 1;                              // Values
     double lo = 0, hi = 0;                      // Value, Values
+    std::vector<double> choices;                // Value: drawn from these alone, where given
     bool alpha = false;                         // Value: full range of the destination's samples
     int64_t perPixel = 0, fixed = 0, rows = 1;  // Scratch
 };
@@ -96,7 +97,8 @@ struct CallShape {
 };
 
 // The argument list in the words of the table rows, e.g.
-// "src[3] step[3] dst step size alpha:8u".
+// "src[3] step[3] dst step size alpha:8u". A value drawn from a few given values alone
+// reads "i32:1|4|16".
 std::string describeArguments(const CallShape& shape);
 // The images, e.g. "src 8u 1x1 1x2 1x2 | dst 8u 3x1": per plane channels x divisor.
 std::string describeImages(const CallShape& shape);

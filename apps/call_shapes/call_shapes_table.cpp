@@ -196,6 +196,11 @@ const std::vector<ShapeRow>& callShapeRows() {
         {"pxkiHLSToBGR_8u_C3P3R", "... steps=positive"},
         {"pxkiHLSToBGR_8u_P3C3R", "... steps=positive"},
         {"pxkiHLSToBGR_8u_P3R", "... steps=positive"},
+        // 4:2:0 smoothing, whole or in strips: the layout after the size, each path as
+        // likely (5 takes none). The rows the strips reach outside the region are in
+        // guard_allowances.cpp.
+        {"pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R", "... i32:1|4|16|21|5"},
+        {"pxkiYCbCr420ToYCrCb420_Filter_8u_P2P3R", "... i32:1|4|16|21|5"},
     };
     return rows;
 }

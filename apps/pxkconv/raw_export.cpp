@@ -7,6 +7,7 @@
 
 #include "export_catalog.h"
 #include "file_handle.h"
+#include "guard_allowances.h"
 #include "pxkcc.h"
 #include "shape_lookup.h"
 
@@ -118,9 +119,25 @@ Failure runExport(const Options& o) {
     }
 
     // One buffer a plane; an in-place plane's output file takes the bytes of its input.
+    // Where the export documents rows it touches outside the region at this height, the
+    // plane's buffer has those rows too (zeros), so that the call stays inside it.
     std::vector<std::vector<uint8_t>> buffers(files.size());
     ImageRefs refs(shape->images.size());
     for (std::size_t i = 0; i < shape->images.size(); ++i) refs[i].resize(shape->images[i].planes.size());
+    const std::vector<pxkcross::PlaneAllowance> allowances = pxkcross::guardAllowancesFor(name, h);
+    auto planeAt = [&](std::vector<uint8_t>& bytes, const PlaneFile& f) {
+        std::size_t before = 0, after = 0;
+        for (const pxkcross::PlaneAllowance& a : allowances) {
+            if (a.image == f.image && a.plane == f.plane) {
+                before += std::size_t(a.rowsBefore);
+                after += std::size_t(a.rowsAfter);
+            }
+        }
+        const std::size_t row = std::size_t(f.rowBytes);
+        bytes.insert(bytes.begin(), before * row, uint8_t{0});
+        bytes.insert(bytes.end(), after * row, uint8_t{0});
+        refs[std::size_t(f.image)][std::size_t(f.plane)] = {bytes.data() + before * row, f.rowBytes};
+    };
     for (std::size_t k = 0; k < files.size(); ++k) {
         const PlaneFile& f = files[k];
         const std::size_t bytes = std::size_t(f.rowBytes) * std::size_t(f.rows);
@@ -135,10 +152,10 @@ Failure runExport(const Options& o) {
                                                  " rows of " + std::to_string(f.rowBytes) + "), the file holds " +
                                                  std::to_string(buffers[k].size()));
             }
-            refs[std::size_t(f.image)][std::size_t(f.plane)] = {buffers[k].data(), f.rowBytes};
+            planeAt(buffers[k], f);
         } else if (shape->images[std::size_t(f.image)].role == Role::Destination) {
             buffers[k].assign(bytes, 0);
-            refs[std::size_t(f.image)][std::size_t(f.plane)] = {buffers[k].data(), f.rowBytes};
+            planeAt(buffers[k], f);
         }
     }
     CallResult result;

@@ -434,23 +434,28 @@ class Export:
         return Bound(self, width, height, planes, steps, values, alpha, copy_back)
 
     def _room_past_region(self, planes, steps, width, height):
-        """Where a call at this height reads or writes rows past a plane's own rows, the
-        image's planes are worked on in copies with those rows added (zeros), so that
-        nothing past the caller's arrays is touched; returns the copies to copy back."""
+        """Where a call at this height reads or writes rows outside a plane's own rows
+        (after its last, or above its first), the image's planes are worked on in copies
+        with those rows added (zeros), so that nothing outside the caller's arrays is
+        touched; returns the copies to copy back. The strip members thus see zero rows
+        above a strip: pass the whole image, or the rows above with it."""
         extra = {}
-        for image, plane, rows in _pxkcc.rows_past_region(self.name, height):
-            extra[(image, plane)] = rows
+        for image, plane, after, before in _pxkcc.rows_past_region(self.name, height):
+            old_after, old_before = extra.get((image, plane), (0, 0))
+            extra[(image, plane)] = (old_after + after, old_before + before)
         copy_back = []
         for image in self.images:
             if not any(i == image.index for i, _ in extra):
                 continue
             for p, a in zip(image.planes, list(planes[image.index])):
-                padded = np.zeros((a.shape[0] + extra.get((image.index, p.index), 0),) + a.shape[1:], a.dtype)
-                padded[:a.shape[0]] = a
-                planes[image.index][p.index] = padded
+                after, before = extra.get((image.index, p.index), (0, 0))
+                padded = np.zeros((before + a.shape[0] + after,) + a.shape[1:], a.dtype)
+                padded[before:before + a.shape[0]] = a
+                view = padded[before:]
+                planes[image.index][p.index] = view
                 steps[image.index][p.index] = p.tight_bytes(width)
                 if image.role != "src":
-                    copy_back.append((a, padded))
+                    copy_back.append((a, view))
         return copy_back
 
     def _scalar(self, n, v, dtype):

@@ -220,11 +220,12 @@ PYBIND11_MODULE(_pxkcc, m) {
     m.def("rows_past_region", [](const std::string& name, int height) {
         py::list out;
         for (const pxkcross::PlaneAllowance& a : pxkcross::guardAllowancesFor(name, height)) {
-            out.append(py::make_tuple(a.image, a.plane, a.rowsAfter));
+            out.append(py::make_tuple(a.image, a.plane, a.rowsAfter, a.rowsBefore));
         }
         return out;
     }, py::arg("name"), py::arg("height"),
-          "(image, plane, rows) for each plane that a call at this height touches past its rows.");
+          "(image, plane, rows after, rows before) for each plane that a call at this height touches "
+          "outside its rows.");
     m.def("statuses", [] {
         py::list out;
         for (const StatusName& s : kStatuses) out.append(py::make_tuple(s.value, s.name, s.meaning));

@@ -279,13 +279,21 @@ CallMemory::CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t
             // without steps derives tight ones.
             if (guarded && steps[i] == Steps::None) bytes = image.rowBytes(int(p), w);
             int rows = guarded ? image.rows(int(p), h) : h;
+            // Rows outside the region that the export documents, in every placement, so
+            // that they lie in the buffer (rows before the pointer sit above it in
+            // memory when the step is negative).
+            int before = 0;
             for (const PlaneAllowance& a : allowances) {
-                if (guarded && a.image == int(i) && a.plane == int(p)) rows += a.rowsAfter;
+                if (a.image != int(i) || a.plane != int(p)) continue;
+                rows += a.rowsAfter;
+                before += a.rowsBefore;
             }
             const int64_t rowBytes = guarded ? image.rowBytes(int(p), w) : full;
-            const int64_t rowSpan = int64_t(rows - 1) * (bytes < 0 ? -bytes : bytes);
+            const int64_t absStep = bytes < 0 ? -bytes : bytes;
+            const int64_t rowSpan = int64_t(before + rows - 1) * absStep;
             const std::size_t align = alignFor(unit);
-            const std::size_t origin = margin + align + std::size_t(bytes < 0 ? rowSpan : 0);
+            const std::size_t origin =
+                margin + align + std::size_t(bytes < 0 ? int64_t(rows - 1) * absStep : int64_t(before) * absStep);
             const std::size_t size = margin + align + std::size_t(rowSpan + rowBytes) + margin;
             std::string label = sideName(image.role);
             if (image.planes.size() > 1) label += " plane " + std::to_string(p);
@@ -382,6 +390,12 @@ CallMemory::CallMemory(const CallShape& shape, const SweepPoint& point, uint32_t
                         fullRange(a.type, &l, &u);
                         lo = double(l), hi = double(u);
                     }
+                }
+                if (!a.choices.empty()) {
+                    // One of the given values, each as likely.
+                    const double pick =
+                        a.choices[std::size_t(rng.uniform(0, int64_t(a.choices.size()) - 1))];
+                    lo = hi = pick;
                 }
                 planned.words = byValue(a.type, draw(rng, a.type, lo, hi));
                 break;

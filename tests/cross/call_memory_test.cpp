@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "export_name_grammar.h"
+#include "guard_allowances.h"
 
 namespace {
 
@@ -243,6 +244,83 @@ TEST(CallMemoryCompare, ADifferenceIsPlacedInItsRowForNegativeSteps) {
     const std::string difference = CallMemory::firstDifference(a, b);
     EXPECT_NE(difference.find("destination"), std::string::npos) << difference;
     EXPECT_NE(difference.find("row 1 byte 4"), std::string::npos) << difference;
+}
+
+// Rows before the pointer and after the last row that an allowance names lie inside
+// the plane's buffer in every placement and for every step sign; in the guarded
+// placements nothing else does.
+TEST(CallMemoryLayout, AllowedRowsBeforeAndAfterLieInTheirBuffers) {
+    const CallShape shape = shapeOf("pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R", "... i32:1|4");
+    // Source luma: 3 rows before and 1 after; destination: 2 rows before.
+    const std::vector<pxkcross::PlaneAllowance> allowances = {{0, 0, 1, 3}, {1, 0, 0, 2}};
+    std::set<int64_t> signs;
+    for (pxkcross::Placement placement :
+         {pxkcross::Placement::Margins, pxkcross::Placement::GuardAfter, pxkcross::Placement::GuardBefore}) {
+        for (unsigned index = 0; index < 40; ++index) {
+            const int w = 6, h = 4;
+            CallMemory m(shape, point(w, h, index), 7u + index, placement, allowances);
+            ASSERT_EQ(m.bufferCount(), 3u);  // luma, chroma pairs, packed destination
+            struct Expect {
+                std::size_t buffer;
+                int first, last;  // rows that must lie inside
+                int64_t rowBytes;
+            };
+            for (const Expect& e : {Expect{0, -3, h, w}, Expect{1, 0, h / 2 - 1, w}, Expect{2, -2, h - 1, 2 * w}}) {
+                const int64_t step = m.bufferStep(e.buffer);
+                signs.insert(step > 0 ? 1 : (step < 0 ? -1 : 0));
+                for (int y = e.first; y <= e.last; ++y) {
+                    const int64_t start = int64_t(m.bufferOrigin(e.buffer)) + y * step;
+                    EXPECT_GE(start, 0) << "buffer " << e.buffer << " row " << y << " step " << step;
+                    EXPECT_LE(start + e.rowBytes, int64_t(m.bufferSize(e.buffer)))
+                        << "buffer " << e.buffer << " row " << y << " step " << step;
+                }
+                if (placement == pxkcross::Placement::Margins || step == 0) continue;
+                // Guarded: the allowed rows are the first and last rows of the buffer.
+                const int64_t lowRow = step > 0 ? e.first : e.last, highRow = step > 0 ? e.last : e.first;
+                EXPECT_EQ(int64_t(m.bufferOrigin(e.buffer)) + lowRow * step, 0) << "buffer " << e.buffer;
+                EXPECT_EQ(int64_t(m.bufferOrigin(e.buffer)) + highRow * step + e.rowBytes,
+                          int64_t(m.bufferSize(e.buffer)))
+                    << "buffer " << e.buffer;
+            }
+        }
+    }
+    EXPECT_EQ(signs, (std::set<int64_t>{-1, 0, 1}));
+}
+
+// The allowances of one export: those of every height, with those of the height asked.
+TEST(GuardAllowances, EveryHeightAndOneHeightAddUp) {
+    auto count = [](const std::string& name, int h, bool before) {
+        int rows = 0;
+        for (const pxkcross::PlaneAllowance& a : pxkcross::guardAllowancesFor(name, h)) {
+            rows += before ? a.rowsBefore : a.rowsAfter;
+        }
+        return rows;
+    };
+    for (int h : {2, 3, 4, 37}) {
+        EXPECT_EQ(count("pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R", h, true), 6) << h;
+        EXPECT_EQ(count("pxkiYCbCr420ToYCrCb420_Filter_8u_P2P3R", h, true), 8) << h;
+        EXPECT_EQ(count("pxkiYCbCr420ToYCrCb420_Filter_8u_P2P3R", h, false), 0) << h;
+    }
+    EXPECT_EQ(count("pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R", 2, false), 2);
+    EXPECT_EQ(count("pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R", 3, false), 1);
+    EXPECT_EQ(count("pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R", 4, false), 0);
+    EXPECT_EQ(count("pxkiYCbCr420To411_8u_P3R", 2, false), 6);
+    EXPECT_EQ(count("pxkiYCbCr420To411_8u_P3R", 2, true), 0);
+    EXPECT_TRUE(pxkcross::guardAllowancesFor("pxkiYCbCr420To411_8u_P3R", 4).empty());
+    EXPECT_TRUE(pxkcross::guardAllowancesFor("pxkiRGBToYCbCr_8u_C3R", 2).empty());
+}
+
+// A value drawn from a list takes each listed value, and no other.
+TEST(CallMemoryLayout, ValuesFromAListTakeEachListedValue) {
+    const CallShape shape = shapeOf("pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R", "... i32:1|4|16|21|5");
+    std::set<int64_t> seen;
+    for (unsigned i = 0; i < 200; ++i) {
+        CallMemory m(shape, point(4, 4, i), 300u + i);
+        const std::vector<pxkcross::AbiArgument> args = m.arguments();
+        ASSERT_EQ(args.size(), 8u);
+        seen.insert(int64_t(int32At(args[7])));
+    }
+    EXPECT_EQ(seen, (std::set<int64_t>{1, 4, 5, 16, 21}));
 }
 
 TEST(CallMemoryCompare, AChangeInAMarginIsFoundToo) {

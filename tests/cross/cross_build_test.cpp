@@ -14,6 +14,7 @@
 
 #include "abi_call.h"
 #include "call_memory.h"
+#include "guard_allowances.h"
 #include "loaded_library.h"
 #include "random.h"
 #include "shape_lookup.h"
@@ -155,7 +156,9 @@ TEST_P(CrossBuildExport, SameStatusAndBytes) {
     for (const SweepPoint& point : sweepPoints()) {
         const uint32_t seed =
             pxktest::seedFor(name.c_str(), {static_cast<uint32_t>(point.width), static_cast<uint32_t>(point.height)});
-        CallMemory a(*shape, point, seed);
+        // The rows outside the region that an export documents lie in the buffers too.
+        CallMemory a(*shape, point, seed, pxkcross::Placement::Margins,
+                     pxkcross::guardAllowancesFor(name, point.height));
         CallMemory b(a);
         int32_t statusA = 0;
         int32_t statusB = 0;

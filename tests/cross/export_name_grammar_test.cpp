@@ -175,6 +175,8 @@ TEST(ShapeRows, ExtrasAfterTheNamesArguments) {
               "src step dst step size u32:0:100 i32:0:4 i32:2:256 scratch:12:6400");
     EXPECT_EQ(rowShape("pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R", "... i32:1:21"),
               "src.0 step src.1 step dst step size i32:1:21");
+    EXPECT_EQ(rowShape("pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R", "... i32:1|4|16"),
+              "src.0 step src.1 step dst step size i32:1|4|16");
 }
 
 TEST(ShapeRows, WholeArgumentLists) {
@@ -218,6 +220,7 @@ TEST(ShapeRows, BadRowsSayWhatIsWrong) {
     EXPECT_NE(errorOf("pxkiRGBToYCbCr_8u_P3R", "src[4] step dst step size").find("3 planes"), std::string::npos);
     EXPECT_NE(errorOf("pxkiRGBToYCbCr_8u_C3R", "size ...").find("may only open"), std::string::npos);
     EXPECT_NE(errorOf("pxkiRGBToYCbCr_8u_C3R", "... i32:5:1").find("bad range"), std::string::npos);
+    EXPECT_NE(errorOf("pxkiRGBToYCbCr_8u_C3R", "... i32:1|x").find("bad value"), std::string::npos);
     EXPECT_NE(errorOf("pxkiReduceBitsGetBufferSize", "src step").find("no such side"), std::string::npos);
     EXPECT_NE(errorOf("pxkiReduceBitsGetBufferSize", "...").find("\"...\" needs"), std::string::npos);
     EXPECT_NE(errorOf("pxkiRGBToYCbCr_8u_C3R", "... bufstep").find("bufstep"), std::string::npos);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "every_export.h"
+#include "guard_allowances.h"
 
 namespace {
 
@@ -26,7 +27,8 @@ TEST_P(ConcurrencyOfEveryExport, FourThreadsAtOnceGiveTheBytesOfOneCall) {
     const void* function = target->function;
 
     for (const SweepPoint& point : pxkreliability::reliabilityPoints()) {
-        const CallMemory prepared(target->shape, point, pxkreliability::seedOf(name, point));
+        const CallMemory prepared(target->shape, point, pxkreliability::seedOf(name, point),
+                                  pxkcross::Placement::Margins, pxkcross::guardAllowancesFor(name, point.height));
         CallMemory alone(prepared);
         int32_t aloneStatus = 0;
         ASSERT_TRUE(pxkreliability::callOnce(function, alone, &aloneStatus, &error)) << error;

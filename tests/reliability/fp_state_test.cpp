@@ -14,6 +14,7 @@
 
 #include "every_export.h"
 #include "float_mode_table.h"
+#include "guard_allowances.h"
 
 namespace {
 
@@ -80,7 +81,8 @@ TEST_P(FloatStateOfEveryExport, LeavesTheCallersControlStateAndDependsOnItOnlyWh
     const bool mayDepend = pxkreliability::followsCallerFloatModes(name);
 
     for (const SweepPoint& point : pxkreliability::reliabilityPoints()) {
-        const CallMemory prepared(target->shape, point, pxkreliability::seedOf(name, point));
+        const CallMemory prepared(target->shape, point, pxkreliability::seedOf(name, point),
+                                  pxkcross::Placement::Margins, pxkcross::guardAllowancesFor(name, point.height));
         CallMemory atDefault(prepared);
         int32_t defaultStatus = 0;
         {

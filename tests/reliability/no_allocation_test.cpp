@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "every_export.h"
+#include "guard_allowances.h"
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define PXKCC_ALLOCATOR_OWNED_BY_SANITIZER 1
@@ -106,7 +107,8 @@ TEST_P(NoAllocationInEveryExport, CallsNoAllocator) {
     ASSERT_TRUE(target.has_value()) << error;
     const void* function = target->function;
     for (const SweepPoint& point : pxkreliability::reliabilityPoints()) {
-        CallMemory memory(target->shape, point, pxkreliability::seedOf(name, point));
+        CallMemory memory(target->shape, point, pxkreliability::seedOf(name, point),
+                          pxkcross::Placement::Margins, pxkcross::guardAllowancesFor(name, point.height));
         // The argument list is built before the count starts.
         const std::vector<pxkcross::AbiArgument> arguments = memory.arguments();
         int32_t status = 0;
