@@ -18,6 +18,7 @@
 
 #include "colorimetric/float_columns.h"
 #include "colorimetric/lab_cube_root.h"
+#include "frame/pixel_block.h"
 #include "frame/samples.h"
 #include "frame/vec_float.h"
 
@@ -262,6 +263,36 @@ struct ReciprocalDivision {
     template <class T>
     PXK_INLINE T operator()(T v, int divisor) const {
         return v * (divisor == 255 ? r255 : divisor == 500 ? r500 : divisor == 200 ? r200 : divisor == 116 ? r116 : r65535);
+    }
+};
+
+// The 8-bit backward members in the shared 8-bit row kernel: Block converts the
+// columns below width - width % 4 (16-bit lanes widened to floats, the main loop's
+// reciprocals, truncated and saturated by the layout's store), Tail the rest (true
+// divisions, truncated, limited to 0..255).
+struct LabToRgb8uBlock {
+    struct Form {
+        static constexpr ToInteger kToInteger = ToInteger::TruncateSaturate;
+        template <class F>
+        PXK_INLINE static Floats3<F> apply(const Floats3<F>& lab) {
+            const Rgb<F> rgb = rgbOfCodes<Lab8uCodes>(lab.c[0], lab.c[1], lab.c[2], ReciprocalDivision::make());
+            return Floats3<F>{{rgb.c[0], rgb.c[1], rgb.c[2]}};
+        }
+    };
+    template <class V>
+    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
+        return applyToHalves<Form>(v);
+    }
+};
+// Truncated toward zero, then limited to 0..255.
+PXK_INLINE uint8_t truncatedTo8u(int32_t t) { return static_cast<uint8_t>(t < 0 ? 0 : (t > 255 ? 255 : t)); }
+PXK_INLINE uint8_t limited(float v) { return truncatedTo8u(truncToInt32(v)); }
+
+struct LabToRgb8uTail {
+    PXK_INLINE static Pixel3 apply(Pixel3 p) {
+        const Rgb<float> rgb = rgbOfCodes<Lab8uCodes>(static_cast<float>(p.c[0]), static_cast<float>(p.c[1]),
+                                                      static_cast<float>(p.c[2]), TrueDivision{});
+        return Pixel3{{limited(rgb.c[0]), limited(rgb.c[1]), limited(rgb.c[2])}};
     }
 };
 

@@ -5,10 +5,12 @@
 #include "pxkcc.h"
 
 #include "colorimetric/lab_rows.h"
+#include "colorimetric/packed_members.h"
 #include "frame/checks.h"
 #include "frame/drivers.h"
 
 using namespace pxk;
+using namespace pxk::colorimetric;
 using namespace pxk::colorimetric::lab;
 
 namespace {
@@ -47,13 +49,15 @@ PxkResult pxkiBGRToLab_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, 
     return convertRows(pSrc, srcStep, pDst, dstStep, roiSize, rgbToLabFloatRow<Order::Bgr>);
 }
 
+// The columns below width - width % 4 by the main loop's form, the rest by the tail's.
 PxkResult pxkiLabToRGB_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
                               PxkSize roiSize) {
-    return convertRows(pSrc, srcStep, pDst, dstStep, roiSize, labToRgb8uRow<Order::Rgb, Lab8uCodes, uint8_t>);
+    return convertPackedC3<MemberColumns<LabToRgb8uBlock, LabToRgb8uTail, 4>>(pSrc, srcStep, pDst, dstStep, roiSize);
 }
 PxkResult pxkiLabToBGR_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
                               PxkSize roiSize) {
-    return convertRows(pSrc, srcStep, pDst, dstStep, roiSize, labToRgb8uRow<Order::Bgr, Lab8uCodes, uint8_t>);
+    return convertPackedC3<MemberColumns<LabToRgb8uBlock, LabToRgb8uTail, 4, false, true>>(pSrc, srcStep, pDst,
+                                                                                          dstStep, roiSize);
 }
 PxkResult pxkiLabToBGR_16u8u_C3R(const uint16_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
                                  PxkSize roiSize) {

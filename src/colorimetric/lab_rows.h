@@ -138,11 +138,8 @@ PXK_INLINE void labToRgbFloatRow(const float* src, float* dst, int64_t width) {
 // Backward, 8-bit results
 // ---------------------------------------------------------------------------------
 
-// Truncated toward zero, then limited to 0..255.
-PXK_INLINE uint8_t truncatedTo8u(int32_t t) { return static_cast<uint8_t>(t < 0 ? 0 : (t > 255 ? 255 : t)); }
-
-// One row of interleaved integer Lab codes (8-bit or 16-bit samples, Codes: Lab8uCodes,
-// Lab16uCodes) to 8-bit RGB or BGR. Columns below n = width - width % 4 go four a
+// One row of interleaved 16-bit Lab codes (Codes: Lab16uCodes) to 8-bit RGB or BGR
+// (the 8-bit codes go through the shared 8-bit row kernel with LabToRgb8uBlock). Columns below n = width - width % 4 go four a
 // round through the vector form with the row's refined reciprocals and saturate; the
 // rest by the scalar form with true divisions.
 template <Order O, class Codes, class Sample>
@@ -173,9 +170,9 @@ PXK_INLINE void labToRgb8uRow(const Sample* src, uint8_t* dst, int32_t width) {
     for (; x < width; ++x, src += 3, dst += 3) {
         const Rgb<float> v = rgbOfCodes<Codes>(static_cast<float>(loadSample(src)), static_cast<float>(loadSample(src + 1)),
                                                static_cast<float>(loadSample(src + 2)), TrueDivision{});
-        dst[kR] = truncatedTo8u(truncToInt32(v.c[0]));
-        dst[1] = truncatedTo8u(truncToInt32(v.c[1]));
-        dst[2 - kR] = truncatedTo8u(truncToInt32(v.c[2]));
+        dst[kR] = limited(v.c[0]);
+        dst[1] = limited(v.c[1]);
+        dst[2 - kR] = limited(v.c[2]);
     }
 }
 
