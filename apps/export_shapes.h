@@ -434,6 +434,26 @@ PxkResult twoPlanesToPlanarStepsWhole(TwoPlanesToPlanarStepsLayout f, const Imag
              pxkLayoutWhole);
 }
 
+// ---- Lab: packed samples of two types, planes with a step each (plain and _L) ----
+
+// Packed rows of samples S into packed rows of samples D.
+template <class S, class D, class Image>
+PxkResult typedPackedToPacked(PxkResult (*f)(const S*, int32_t, D*, int32_t, PxkSize), const Image& s, Image& d) {
+    return f(reinterpret_cast<const S*>(s.data()), s.step(), reinterpret_cast<D*>(d.data()), d.step(), regionOf(s));
+}
+
+// Three planes of samples T into three planes, a step array on each side (every plane
+// with the image's step): int32_t steps and PxkSize, or int64_t steps and PxkSizeL.
+template <class T, class Step, class Size, class Image>
+PxkResult planesWithStepArrays(PxkResult (*f)(const T* const[3], const Step[3], T* const[3], const Step[3], Size),
+                               const Image& s, Image& d) {
+    const T* const src[3] = {samplesOf<const T>(s, 0), samplesOf<const T>(s, 1), samplesOf<const T>(s, 2)};
+    T* const dst[3] = {samplesOf<T>(d, 0), samplesOf<T>(d, 1), samplesOf<T>(d, 2)};
+    const Step srcSteps[3] = {s.step(), s.step(), s.step()};
+    const Step dstSteps[3] = {d.step(), d.step(), d.step()};
+    return f(src, srcSteps, dst, dstSteps, Size{s.width(), s.height()});
+}
+
 // ---- one function per export: export given at compile time ----
 
 template <PackedToPacked F, class Image>

@@ -35,6 +35,7 @@ int bytesPerPixel(Layout layout) {
     case Layout::Px16: return 16;
     case Layout::Px24: return 24;
     case Layout::Px32: return 32;
+    case Layout::P3F64: return 8;
     default: return 1;
     }
 }
@@ -77,6 +78,7 @@ int bytesPerFourPixels(Layout layout) {
     case Layout::Px16:
     case Layout::Px24:
     case Layout::Px32: return 4 * bytesPerPixel(layout);
+    case Layout::P3F64: return 96;
     }
     return 0;
 }
@@ -89,7 +91,8 @@ size_t rowBytesOf(Layout layout, int width) {
     const size_t w = static_cast<size_t>(width);
     if (layout == Layout::V210) return (w + 5) / 6 * 16;
     if (layout == Layout::B12) return (3 * w + 1) / 2;
-    const bool widePlanes = layout == Layout::P3W16 || layout == Layout::P3W32 || layout == Layout::P3F32;
+    const bool widePlanes =
+        layout == Layout::P3W16 || layout == Layout::P3W32 || layout == Layout::P3F32 || layout == Layout::P3F64;
     return w * static_cast<size_t>(isPlanar(layout) && !widePlanes ? 1 : bytesPerPixel(layout));
 }
 
@@ -103,7 +106,8 @@ int planeCount(Layout layout) {
     case Layout::P411:
     case Layout::P3W16:
     case Layout::P3W32:
-    case Layout::P3F32: return 3;
+    case Layout::P3F32:
+    case Layout::P3F64: return 3;
     case Layout::P2: return 2;
     case Layout::P4: return 4;
     default: return 1;
@@ -148,6 +152,7 @@ const char* layoutName(Layout layout) {
     case Layout::Px16: return "Px16";
     case Layout::Px24: return "Px24";
     case Layout::Px32: return "Px32";
+    case Layout::P3F64: return "P3F64";
     }
     return "?";
 }

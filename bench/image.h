@@ -48,7 +48,9 @@ enum class Layout {
     F32C4,  // four floats a pixel
     // Gray and twist: packed pixels of wider samples by their size in bytes (16u C3 is
     // Px6, 32f AC4 is Px16, 64f C3 is Px24, ...)
-    Px4, Px6, Px8, Px12, Px16, Px24, Px32
+    Px4, Px6, Px8, Px12, Px16, Px24, Px32,
+    // Lab: three planes of one double a pixel, one common step (filled with [0, 1)).
+    P3F64
 };
 
 // Bytes of one interleaved pixel (packed layouts; one sample for planar ones).

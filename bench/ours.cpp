@@ -480,6 +480,25 @@ const std::vector<Export>& ourExports() {
         // 4:2:0 smoothed vertically (luma and chroma), the whole image in one call
         PXK_ROW(pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R, P2, C2, YCbCr, twoPlanesToPackedWhole),
         PXK_ROW(pxkiYCbCr420ToYCrCb420_Filter_8u_P2P3R, P2, P420, YCbCr, twoPlanesToPlanarStepsWhole),
+        // Colorimetric spaces: Lab (float sources in [0, 1): Lab values near black)
+        PXK_ROW(pxkiRGBToLab_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiBGRToLab_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiBGRToLab_8u16u_C3R, C3, C3W16, Rgb, typedPackedToPacked),
+        PXK_ROW(pxkiRGBToLab_32f_C3R, C3F32, C3F32, Float32, typedPackedToPacked),
+        PXK_ROW(pxkiBGRToLab_32f_C3R, C3F32, C3F32, Float32, typedPackedToPacked),
+        PXK_ROW(pxkiLabToRGB_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiLabToBGR_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiLabToBGR_16u8u_C3R, C3W16, C3, Rgb, typedPackedToPacked),
+        PXK_ROW(pxkiLabToRGB_32f_C3R, C3F32, C3F32, Float32, typedPackedToPacked),
+        PXK_ROW(pxkiLabToBGR_32f_C3R, C3F32, C3F32, Float32, typedPackedToPacked),
+        PXK_ROW(pxkiRGBToLab_32f_P3R, P3F32, P3F32, Float32, planesWithStepArrays),
+        PXK_ROW(pxkiRGBToLab_32f_P3R_L, P3F32, P3F32, Float32, planesWithStepArrays),
+        PXK_ROW(pxkiRGBToLab_64f_P3R, P3F64, P3F64, Float64, planesWithStepArrays),
+        PXK_ROW(pxkiRGBToLab_64f_P3R_L, P3F64, P3F64, Float64, planesWithStepArrays),
+        PXK_ROW(pxkiLabToRGB_32f_P3R, P3F32, P3F32, Float32, planesWithStepArrays),
+        PXK_ROW(pxkiLabToRGB_32f_P3R_L, P3F32, P3F32, Float32, planesWithStepArrays),
+        PXK_ROW(pxkiLabToRGB_64f_P3R, P3F64, P3F64, Float64, planesWithStepArrays),
+        PXK_ROW(pxkiLabToRGB_64f_P3R_L, P3F64, P3F64, Float64, planesWithStepArrays),
     };
     return table;
 }

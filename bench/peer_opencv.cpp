@@ -113,6 +113,19 @@ int transform3x4(const Image& s, Image& d) {
     }
 }
 
+// cvtColor over packed three-float pixels, into our destination buffer.
+template <int Code>
+int cvtColorFloats(const Image& s, Image& d) {
+    try {
+        const cv::Mat src(s.height(), s.width(), CV_32FC3, const_cast<uint8_t*>(s.data()), static_cast<size_t>(s.step()));
+        cv::Mat dst(d.height(), d.width(), CV_32FC3, d.data(), static_cast<size_t>(d.step()));
+        cv::cvtColor(src, dst, Code);
+        return dst.data == d.data() ? 0 : -1;
+    } catch (const cv::Exception&) {
+        return -1;
+    }
+}
+
 }  // namespace
 
 std::vector<Case> openCvCases() {
@@ -289,6 +302,20 @@ std::vector<Case> openCvCases() {
          cvtColorInto<cv::COLOR_HSV2RGB_FULL, 4>,
          {"pxkiHSVToRGB_8u_AC4R"},
          "H in 0..255, 3-byte input pixels, writes alpha"},
+        {"opencv/cvtColor_RGB2Lab_8UC3", Layout::C3, Layout::C3, Content::Rgb, cvtColorInto<cv::COLOR_RGB2Lab, 3>,
+         {"pxkiRGBToLab_8u_C3R", "pxkiBGRToLab_8u_C3R", "pxkiBGRToLab_8u16u_C3R"},
+         "sRGB gamma, table-driven cube root"},
+        {"opencv/cvtColor_Lab2RGB_8UC3", Layout::C3, Layout::C3, Content::Rgb, cvtColorInto<cv::COLOR_Lab2RGB, 3>,
+         {"pxkiLabToRGB_8u_C3R", "pxkiLabToBGR_8u_C3R", "pxkiLabToBGR_16u8u_C3R"},
+         "sRGB gamma, linear foot on the way back"},
+        {"opencv/cvtColor_RGB2Lab_32FC3", Layout::C3F32, Layout::C3F32, Content::Float32,
+         cvtColorFloats<cv::COLOR_RGB2Lab>,
+         {"pxkiRGBToLab_32f_C3R", "pxkiBGRToLab_32f_C3R", "pxkiRGBToLab_32f_P3R", "pxkiRGBToLab_64f_P3R"},
+         "sRGB gamma, packed sides"},
+        {"opencv/cvtColor_Lab2RGB_32FC3", Layout::C3F32, Layout::C3F32, Content::Float32,
+         cvtColorFloats<cv::COLOR_Lab2RGB>,
+         {"pxkiLabToRGB_32f_C3R", "pxkiLabToBGR_32f_C3R", "pxkiLabToRGB_32f_P3R", "pxkiLabToRGB_64f_P3R"},
+         "sRGB gamma, linear foot, packed sides"},
     };
 }
 #else

@@ -1701,6 +1701,69 @@ PXKCC_API PxkResult pxkiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const uint8_t* pSrcY,
                                                            uint8_t* const pDst[3], const int32_t dstStep[3],
                                                            PxkSize roiSize, int32_t layout);
 
+/* ------------------------------------------------------------------------ */
+/* RGB <-> CIE Lab (D65 white)                                               */
+/* ------------------------------------------------------------------------ */
+/* Lab pixels hold L, a, b: floats with L 0..100 and signed a and b; 8-bit codes
+ * L * 255 / 100, a + 128, b + 128; 16-bit codes L * 65535 / 100, (a + 128) * 255,
+ * (b + 128) * 255. The XYZ matrices are applied to the samples as they stand (no
+ * gamma step). Layouts: C3 interleaved (RGB red first, BGR blue first; Lab always L,
+ * a, b), or three planes (R, G, B and L, a, b) with a byte step each. Steps are bytes
+ * for every sample type, used as they stand and not tested. Least size 1 x 1.
+ * Forward: Y, X / Xn, Z / Zn (limited to at most 1 for floats and doubles, unlimited
+ * for 8-bit samples) through the cube-root curve with its linear foot at 0.008856
+ * (compared in the kernel's precision; a value at the threshold and NaN take the
+ * foot), each cube root a double power with the exponent 0.3333333333333333, one
+ * pixel at a time. Integer Lab codes are truncated and keep their low bits: a or b
+ * beyond the code range wraps, it does not saturate. Backward: cubes with no
+ * threshold and no linear foot (so it does not invert the forward way for dark
+ * colours), no clamp of float results; 8-bit results are truncated and limited to
+ * 0..255. The 8-bit backward members convert the columns below width - width % 4
+ * with reciprocals (the processor's approximate reciprocal refined once) where the
+ * rest of each row divides, so the two can differ by one.
+ * Planar members: each plain member tests its two step arrays (pxkErrNullPtr), widens
+ * its steps and size and forwards to its _L member, which takes PxkSizeL and arrays of
+ * int64_t steps and tests pSrc, pDst, the source planes, srcStep, the destination
+ * planes, dstStep, then the size. LabToRGB over planes converts the whole region as
+ * one run when all six steps equal the row's bytes or the height is 1 (same values). */
+PXKCC_API PxkResult pxkiRGBToLab_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                        int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToLab_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                        int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToLab_8u16u_C3R(const uint8_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                           int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToLab_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToLab_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiLabToRGB_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                        int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiLabToBGR_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                        int32_t dstStep, PxkSize roiSize);
+/* 16-bit Lab codes to 8-bit BGR. */
+PXKCC_API PxkResult pxkiLabToBGR_16u8u_C3R(const uint16_t* pSrc, int32_t srcStep, uint8_t* pDst,
+                                           int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiLabToRGB_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiLabToBGR_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToLab_32f_P3R(const float* const pSrc[3], const int32_t srcStep[3],
+                                         float* const pDst[3], const int32_t dstStep[3], PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToLab_32f_P3R_L(const float* const pSrc[3], const int64_t srcStep[3],
+                                           float* const pDst[3], const int64_t dstStep[3], PxkSizeL roiSize);
+PXKCC_API PxkResult pxkiRGBToLab_64f_P3R(const double* const pSrc[3], const int32_t srcStep[3],
+                                         double* const pDst[3], const int32_t dstStep[3], PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToLab_64f_P3R_L(const double* const pSrc[3], const int64_t srcStep[3],
+                                           double* const pDst[3], const int64_t dstStep[3], PxkSizeL roiSize);
+PXKCC_API PxkResult pxkiLabToRGB_32f_P3R(const float* const pSrc[3], const int32_t srcStep[3],
+                                         float* const pDst[3], const int32_t dstStep[3], PxkSize roiSize);
+PXKCC_API PxkResult pxkiLabToRGB_32f_P3R_L(const float* const pSrc[3], const int64_t srcStep[3],
+                                           float* const pDst[3], const int64_t dstStep[3], PxkSizeL roiSize);
+PXKCC_API PxkResult pxkiLabToRGB_64f_P3R(const double* const pSrc[3], const int32_t srcStep[3],
+                                         double* const pDst[3], const int32_t dstStep[3], PxkSize roiSize);
+PXKCC_API PxkResult pxkiLabToRGB_64f_P3R_L(const double* const pSrc[3], const int64_t srcStep[3],
+                                           double* const pDst[3], const int64_t dstStep[3], PxkSizeL roiSize);
+
 #ifdef __cplusplus
 }
 #endif

@@ -201,6 +201,17 @@ const std::vector<ShapeRow>& callShapeRows() {
         // guard_allowances.cpp.
         {"pxkiYCbCr420ToYCbCr422_Filter_8u_P2C2R", "... i32:1|4|16|21|5"},
         {"pxkiYCbCr420ToYCrCb420_Filter_8u_P2P3R", "... i32:1|4|16|21|5"},
+        // Lab over planes: a step a plane although the planes have one size; the _L
+        // members take 64-bit steps and size. RGB samples around 0..1 (with some past
+        // either end), Lab samples around their ranges.
+        {"pxkiRGBToLab_32f_P3R", "src step[] dst step[] size floats=-0.1:1.3"},
+        {"pxkiRGBToLab_32f_P3R_L", "src step64[] dst step64[] sizeL floats=-0.1:1.3"},
+        {"pxkiRGBToLab_64f_P3R", "src step[] dst step[] size floats=-0.1:1.3"},
+        {"pxkiRGBToLab_64f_P3R_L", "src step64[] dst step64[] sizeL floats=-0.1:1.3"},
+        {"pxkiLabToRGB_32f_P3R", "src step[] dst step[] size floats=-120:120"},
+        {"pxkiLabToRGB_32f_P3R_L", "src step64[] dst step64[] sizeL floats=-120:120"},
+        {"pxkiLabToRGB_64f_P3R", "src step[] dst step[] size floats=-120:120"},
+        {"pxkiLabToRGB_64f_P3R_L", "src step64[] dst step64[] sizeL floats=-120:120"},
     };
     return rows;
 }

@@ -306,3 +306,16 @@ inline std::vector<uint8_t> pixelAt(const Member& m, const std::vector<uint8_t>&
     TEST_P(Suite, EveryColourInTheMainLoop) { colortest::everyColour(GetParam(), 256); }                   \
     TEST_P(Suite, EveryColourInTheTail) { colortest::everyColour(GetParam(), 3); }                          \
     INSTANTIATE_TEST_SUITE_P(Members, Suite, ::testing::Values(__VA_ARGS__), colortest::testName)
+
+namespace colortest {
+
+// A test name from the name of a member of any harness (one with a `name`).
+template <class M>
+std::string memberTestName(const ::testing::TestParamInfo<M>& info) {
+    std::string n = info.param.name;
+    for (char& c : n)
+        if (c == '_') c = 'x';
+    return n;
+}
+
+}  // namespace colortest

@@ -43,6 +43,12 @@ const std::vector<std::string>& floatModeTableEntries() {
         "pxkiReduceBits_16u*",
         "pxkiReduceBits_16s*",
         "pxkiReduceBits_32f*",
+        // Lab: the matrix, the curve and its cube roots (the platform's power, whose last
+        // bit follows the rounding mode) and the codes, all in floats or doubles.
+        "pxkiRGBToLab_*",
+        "pxkiBGRToLab_*",
+        "pxkiLabToRGB_*",
+        "pxkiLabToBGR_*",
     };
     return entries;
 }
