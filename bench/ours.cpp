@@ -477,6 +477,19 @@ const std::vector<Export>& ourExports() {
         PXK_ROW(pxkiRGBToYCC_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
         PXK_ROW(pxkiYCCToRGB_8u_C3R, C3, C3, Rgb, packedToPacked),
         PXK_ROW(pxkiYCCToRGB_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
+        // Colorimetric spaces: XYZ and YCC on 16-bit and float samples
+        PXK_ROW(pxkiRGBToXYZ_16u_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToXYZ_16u_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToXYZ_16s_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToXYZ_16s_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToXYZ_32f_C3R, C3F32, C3F32, UnitFloats, samplesToSamples),
+        PXK_ROW(pxkiRGBToXYZ_32f_AC4R, AC4F32, AC4F32, UnitFloats, samplesToSamples),
+        PXK_ROW(pxkiXYZToRGB_16u_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiXYZToRGB_16u_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiXYZToRGB_16s_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiXYZToRGB_16s_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiXYZToRGB_32f_C3R, C3F32, C3F32, UnitFloats, samplesToSamples),
+        PXK_ROW(pxkiXYZToRGB_32f_AC4R, AC4F32, AC4F32, UnitFloats, samplesToSamples),
     };
     return table;
 }

@@ -1628,6 +1628,46 @@ PXKCC_API PxkResult pxkiYCCToRGB_8u_C3R(const uint8_t* pSrc, int32_t srcStep, ui
 PXKCC_API PxkResult pxkiYCCToRGB_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
                                          int32_t dstStep, PxkSize roiSize);
 
+/* ------------------------------------------------------------------------ */
+/* RGB <-> CIE XYZ, 16-bit and float interleaved                             */
+/* ------------------------------------------------------------------------ */
+/* The matrix of the 8-bit members (Rec. 709 primaries, D65 white, no gamma) in single
+ * precision: each output (c0 * a + c1 * b) + c2 * c, one rounding an operation, the
+ * same in every column (groups of four pixels, then width & 3 single pixels).
+ * 16u: the sums truncated toward zero and saturated to 0..65535 (white gives X 62288,
+ * Y 65535, Z 65535). 16s: each sample taken plus 32768, converted as 16u, and the
+ * results less 32768 (-32768 in every channel stays -32768). 32f: forward stores X and
+ * Y unclamped and clamps Z alone, max(Z, 0) then min(., 1) (a NaN Z gives 0; white
+ * gives X 0.950456, Y 1, Z 1); inverse clamps each channel to 0..1 (below 0 gives 0,
+ * otherwise min(1, v), so a NaN passes). Results of the float arithmetic follow the
+ * caller's rounding mode. The byte steps lose their low bit (16-bit) or their two low
+ * bits (32f), as an arithmetic shift to samples would; they are not tested. Least
+ * size 1 x 1. AC4: the destination's fourth sample keeps its value. */
+PXKCC_API PxkResult pxkiRGBToXYZ_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToXYZ_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToXYZ_16s_C3R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToXYZ_16s_AC4R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToXYZ_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToXYZ_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_16s_C3R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_16s_AC4R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif

@@ -43,6 +43,12 @@ const std::vector<std::string>& floatModeTableEntries() {
         "pxkiReduceBits_16u*",
         "pxkiReduceBits_16s*",
         "pxkiReduceBits_32f*",
+        // XYZ and YCC on 16-bit and float samples: the matrices in floats, truncated or
+        // converted by the current mode.
+        "pxkiRGBToXYZ_16*",
+        "pxkiRGBToXYZ_32f_*",
+        "pxkiXYZToRGB_16*",
+        "pxkiXYZToRGB_32f_*",
     };
     return entries;
 }
