@@ -490,6 +490,18 @@ const std::vector<Export>& ourExports() {
         PXK_ROW(pxkiXYZToRGB_16s_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
         PXK_ROW(pxkiXYZToRGB_32f_C3R, C3F32, C3F32, UnitFloats, samplesToSamples),
         PXK_ROW(pxkiXYZToRGB_32f_AC4R, AC4F32, AC4F32, UnitFloats, samplesToSamples),
+        PXK_ROW(pxkiRGBToYCC_16u_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToYCC_16u_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToYCC_16s_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToYCC_16s_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToYCC_32f_C3R, C3F32, C3F32, UnitFloats, samplesToSamples),
+        PXK_ROW(pxkiRGBToYCC_32f_AC4R, AC4F32, AC4F32, UnitFloats, samplesToSamples),
+        PXK_ROW(pxkiYCCToRGB_16u_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiYCCToRGB_16u_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiYCCToRGB_16s_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiYCCToRGB_16s_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiYCCToRGB_32f_C3R, C3F32, C3F32, UnitFloats, samplesToSamples),
+        PXK_ROW(pxkiYCCToRGB_32f_AC4R, AC4F32, AC4F32, UnitFloats, samplesToSamples),
     };
     return table;
 }

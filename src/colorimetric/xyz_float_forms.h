@@ -1,6 +1,8 @@
 // The float forms of RGB <-> XYZ for 16-bit and float samples: each output
 // (c0 * in0 + c1 * in1) + c2 * in2 in single precision, one rounding an operation, once
-// over float lanes and once as its scalar twin. Groups and tails compute the same bits.
+// over float lanes and once as its scalar twin, the sums with their operands in the
+// order written (so that NaN inputs give the same NaN in every build). Groups and tails
+// compute the same bits.
 // The 16-bit members truncate (and saturate); the float members store X and Y of the
 // forward way unclamped and clamp Z alone, and clamp every channel of the inverse way.
 #pragma once
@@ -32,14 +34,16 @@ struct FloatMatrixBody {
         Floats3<F> out;
         PXK_UNROLL
         for (int r = 0; r < 3; ++r) {
-            out.c[r] = addF(addF(mulF(splatF<F>(M.k[r][0]), v.c[0]), mulF(splatF<F>(M.k[r][1]), v.c[1])),
-                            mulF(splatF<F>(M.k[r][2]), v.c[2]));
+            out.c[r] = addOrderedF(addOrderedF(mulF(splatF<F>(M.k[r][0]), v.c[0]), mulF(splatF<F>(M.k[r][1]), v.c[1])),
+                                   mulF(splatF<F>(M.k[r][2]), v.c[2]));
         }
         return out;
     }
     PXK_INLINE static Floats3<float> apply(const Floats3<float>& v) {
         Floats3<float> out;
-        for (int r = 0; r < 3; ++r) out.c[r] = (M.k[r][0] * v.c[0] + M.k[r][1] * v.c[1]) + M.k[r][2] * v.c[2];
+        for (int r = 0; r < 3; ++r) {
+            out.c[r] = addOrderedF(addOrderedF(M.k[r][0] * v.c[0], M.k[r][1] * v.c[1]), M.k[r][2] * v.c[2]);
+        }
         return out;
     }
 };

@@ -123,9 +123,21 @@ inline GuardedImage makeImage(const Member& m, int width, int height, int step, 
     return GuardedImage(ImageGeometry{width, height, m.channels, m.sampleBytes, step}, o);
 }
 
+inline float floatOfBits(uint32_t bits) {
+    float f;
+    std::memcpy(&f, &bits, 4);
+    return f;
+}
+inline uint32_t bitsOfFloat(float f) {
+    uint32_t bits;
+    std::memcpy(&bits, &f, 4);
+    return bits;
+}
+
 // Both samples NaN (floats only). Which NaN a sum of two NaN operands passes on hangs
-// on the order in which the compiler puts the operands, in the export and in the
-// reference alike; any NaN result matches any other.
+// on the order in which the compiler puts the operands of the reference's sums; any NaN
+// result matches any other here, and the NaN cases of each family pin the exports'
+// own choice (the first term's NaN).
 inline bool bothNaN(const Member& m, const uint8_t* a, const uint8_t* b) {
     if (m.sampleBytes != 4) return false;
     float fa, fb;

@@ -110,3 +110,19 @@ TEST(XyzWideCases, NotANumber) {
 }
 
 }  // namespace
+
+namespace {
+
+// Two NaN inputs with different bits: each sum passes on the NaN of its first term, in
+// the groups and in the tail alike, so X and Y take R's NaN; Z is 0.
+TEST(XyzWideCases, NaNOfTheFirstTermInEveryColumn) {
+    const float first = sampletest::floatOfBits(0x7FC00001u), second = sampletest::floatOfBits(0xFFC00002u);
+    for (int x : {kGroup, kTail}) {
+        const std::vector<float> v = pixelAt<float>(pxkiRGBToXYZ_32f_C3R, 3, {first, second, 0.5f}, kWidth, x);
+        EXPECT_EQ(sampletest::bitsOfFloat(v[0]), 0x7FC00001u);
+        EXPECT_EQ(sampletest::bitsOfFloat(v[1]), 0x7FC00001u);
+        EXPECT_EQ(sampletest::bitsOfFloat(v[2]), 0u);
+    }
+}
+
+}  // namespace

@@ -49,6 +49,10 @@ const std::vector<std::string>& floatModeTableEntries() {
         "pxkiRGBToXYZ_32f_*",
         "pxkiXYZToRGB_16*",
         "pxkiXYZToRGB_32f_*",
+        "pxkiRGBToYCC_16*",
+        "pxkiRGBToYCC_32f_*",
+        "pxkiYCCToRGB_16*",
+        "pxkiYCCToRGB_32f_*",
     };
     return entries;
 }
