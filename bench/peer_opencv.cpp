@@ -59,6 +59,25 @@ int cvtColorInto(const Image& s, Image& d) {
     }
 }
 
+// The same over packed images of wider samples: Depth (CV_16U, CV_32F) with as many
+// channels as the layout's pixel holds samples of that size.
+template <int Depth>
+cv::Mat wrapSamples(const Image& image) {
+    const int channels = bytesPerPixel(image.layout()) / int(CV_ELEM_SIZE1(Depth));
+    return cv::Mat(image.height(), image.width(), CV_MAKETYPE(Depth, channels), const_cast<uint8_t*>(image.data()),
+                   static_cast<size_t>(image.step()));
+}
+template <int Code, int Depth, int DstChannels>
+int cvtSamplesInto(const Image& s, Image& d) {
+    try {
+        cv::Mat dst = wrapSamples<Depth>(d);
+        cv::cvtColor(wrapSamples<Depth>(s), dst, Code, DstChannels);
+        return dst.data == d.data() ? 0 : -1;
+    } catch (const cv::Exception&) {
+        return -1;
+    }
+}
+
 // A lookup table applied to every byte of a packed image (alpha included), the same
 // table for every channel, into our destination buffer.
 int lookUpBytes(const Image& s, Image& d) {
@@ -316,6 +335,23 @@ std::vector<Case> openCvCases() {
          cvtColorFloats<cv::COLOR_Lab2RGB>,
          {"pxkiLabToRGB_32f_C3R", "pxkiLabToBGR_32f_C3R", "pxkiLabToRGB_32f_P3R", "pxkiLabToRGB_64f_P3R"},
          "sRGB gamma, linear foot, packed sides"},
+        // XYZ on 16-bit and float samples
+        {"opencv/cvtColor_RGB2XYZ_16UC3", Layout::C3W16, Layout::C3W16, Content::Rgb,
+         cvtSamplesInto<cv::COLOR_RGB2XYZ, CV_16U, 3>,
+         {"pxkiRGBToXYZ_16u_C3R"},
+         "same matrix, rounded"},
+        {"opencv/cvtColor_XYZ2RGB_16UC3", Layout::C3W16, Layout::C3W16, Content::Rgb,
+         cvtSamplesInto<cv::COLOR_XYZ2RGB, CV_16U, 3>,
+         {"pxkiXYZToRGB_16u_C3R"},
+         "same matrix, rounded"},
+        {"opencv/cvtColor_RGB2XYZ_32FC3", Layout::C3F32, Layout::C3F32, Content::UnitFloats,
+         cvtSamplesInto<cv::COLOR_RGB2XYZ, CV_32F, 3>,
+         {"pxkiRGBToXYZ_32f_C3R"},
+         "same matrix, no clamp"},
+        {"opencv/cvtColor_XYZ2RGB_32FC3", Layout::C3F32, Layout::C3F32, Content::UnitFloats,
+         cvtSamplesInto<cv::COLOR_XYZ2RGB, CV_32F, 3>,
+         {"pxkiXYZToRGB_32f_C3R"},
+         "same matrix, no clamp"},
     };
 }
 #else

@@ -1764,6 +1764,95 @@ PXKCC_API PxkResult pxkiLabToRGB_64f_P3R(const double* const pSrc[3], const int3
 PXKCC_API PxkResult pxkiLabToRGB_64f_P3R_L(const double* const pSrc[3], const int64_t srcStep[3],
                                            double* const pDst[3], const int64_t dstStep[3], PxkSizeL roiSize);
 
+/* ------------------------------------------------------------------------ */
+/* RGB <-> CIE XYZ, 16-bit and float interleaved                             */
+/* ------------------------------------------------------------------------ */
+/* The matrix of the 8-bit members (Rec. 709 primaries, D65 white, no gamma) in single
+ * precision: each output (c0 * a + c1 * b) + c2 * c, one rounding an operation, the
+ * same in every column (groups of four pixels, then width & 3 single pixels).
+ * 16u: the sums truncated toward zero and saturated to 0..65535 (white gives X 62288,
+ * Y 65535, Z 65535). 16s: each sample taken plus 32768, converted as 16u, and the
+ * results less 32768 (-32768 in every channel stays -32768). 32f: forward stores X and
+ * Y unclamped and clamps Z alone, max(Z, 0) then min(., 1) (a NaN Z gives 0; white
+ * gives X 0.950456, Y 1, Z 1); inverse clamps each channel to 0..1 (below 0 gives 0,
+ * otherwise min(1, v), so a NaN passes; where two terms of a sum are NaN, the first
+ * one's NaN is passed on). Results of the float arithmetic follow the caller's
+ * rounding mode. The byte steps lose their low bit (16-bit) or their two low
+ * bits (32f), as an arithmetic shift to samples would; they are not tested. Least
+ * size 1 x 1. AC4: the destination's fourth sample keeps its value. */
+PXKCC_API PxkResult pxkiRGBToXYZ_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToXYZ_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToXYZ_16s_C3R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToXYZ_16s_AC4R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToXYZ_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToXYZ_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_16s_C3R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_16s_AC4R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiXYZToRGB_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+
+/* ------------------------------------------------------------------------ */
+/* RGB <-> YCC, 16-bit and float interleaved                                 */
+/* ------------------------------------------------------------------------ */
+/* The YCC of the 8-bit members in single precision, one rounding an operation:
+ * forward Y = (0.299 R + 0.587 G) + 0.114 B, out Y * 0.7132668,
+ * (B - Y) * 0.4368627 + o1, (R - Y) * 0.53192 + o2; inverse c1 = (C1 - o1) * 2.2179,
+ * y = Y * 1.3584, c2 = (C2 - o2) * 1.8215, R = y + c2, G = (y - 0.194 c1) - c2 * 0.509,
+ * B = y + c1. 32f: o1 0.6117647, o2 0.5372549 in every column; forward unclamped,
+ * inverse clamped to 0..1 (below 0 gives 0, otherwise min(1, v)); black gives 0,
+ * 0.6117647, 0.5372549; where two terms of a sum are NaN, the first one's NaN is passed
+ * on. 16u: groups of four pixels (columns below width & ~3) with o1
+ * 40092, o2 35209, rounded by the current rounding mode; the last width & 3 pixels by
+ * folded forms, truncated: forward
+ * Y = 0.213267 R + 0.418688 G + 0.0813124 B + 0.49999,
+ * C1 = 40092.5 - 0.130621 R - 0.256437 G + 0.387058 B,
+ * C2 = 35209.5 + 0.372876 R - 0.312237 G - 0.0606389 B; inverse, with y = 1.3584 Y,
+ * d1 = C1 - 40092, d2 = C2 - 35209: R = y + 1.8215 d2, G = y - 0.430272609 d1
+ * - 0.927143455 d2, B = y + 2.2179 d1, each + 0.49999 (sums left to right). Group and
+ * tail pixels can differ by one; results saturate to 0..65535. 16s: each sample taken
+ * plus 32768, converted as 16u, and the results less 32768. Results follow the
+ * caller's rounding mode. The byte steps lose their low bit (16-bit) or their two low
+ * bits (32f); they are not tested. Least size 1 x 1. AC4: the destination's fourth
+ * sample keeps its value. */
+PXKCC_API PxkResult pxkiRGBToYCC_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYCC_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYCC_16s_C3R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYCC_16s_AC4R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYCC_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToYCC_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCCToRGB_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCCToRGB_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCCToRGB_16s_C3R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCCToRGB_16s_AC4R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCCToRGB_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiYCCToRGB_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif

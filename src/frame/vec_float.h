@@ -170,6 +170,39 @@ PXK_INLINE F256 floatsOf(V256 v) { return _mm256_castsi256_ps(v); }
 PXK_INLINE V256 roundToInt(F256 v) { return _mm256_cvtps_epi32(v); }
 #endif
 
+// a + b with a as the first operand of the processor's add, whatever order the
+// compiler would pick for a sum: where both are NaN, the result is a's NaN (quieted).
+// The plain addF leaves the order of its operands to the compiler, which may differ
+// between the two builds; forms whose inputs can be NaN (float samples) add with this
+// one, so that a NaN result has the same bits in every build and column. A scalar twin
+// for the tails.
+#if defined(PXKCC_TARGET_AVX2)
+PXK_INLINE F128 addOrderedF(F128 a, F128 b) {
+    F128 r;
+    __asm__("vaddps %2, %1, %0" : "=x"(r) : "x"(a), "x"(b));
+    return r;
+}
+PXK_INLINE F256 addOrderedF(F256 a, F256 b) {
+    F256 r;
+    __asm__("vaddps %2, %1, %0" : "=x"(r) : "x"(a), "x"(b));
+    return r;
+}
+PXK_INLINE float addOrderedF(float a, float b) {
+    float r;
+    __asm__("vaddss %2, %1, %0" : "=x"(r) : "x"(a), "x"(b));
+    return r;
+}
+#else
+PXK_INLINE F128 addOrderedF(F128 a, F128 b) {
+    __asm__("addps %1, %0" : "+x"(a) : "x"(b));
+    return a;
+}
+PXK_INLINE float addOrderedF(float a, float b) {
+    __asm__("addss %1, %0" : "+x"(a) : "x"(b));
+    return a;
+}
+#endif
+
 // ---------------------------------------------------------------------------------
 // Double-precision lanes, for the work that a single-precision result needs more
 // precision for (the power routine's logarithm and exponential). Same rules: each

@@ -49,6 +49,16 @@ const std::vector<std::string>& floatModeTableEntries() {
         "pxkiBGRToLab_*",
         "pxkiLabToRGB_*",
         "pxkiLabToBGR_*",
+        // XYZ and YCC on 16-bit and float samples: the matrices in floats, truncated or
+        // converted by the current mode.
+        "pxkiRGBToXYZ_16*",
+        "pxkiRGBToXYZ_32f_*",
+        "pxkiXYZToRGB_16*",
+        "pxkiXYZToRGB_32f_*",
+        "pxkiRGBToYCC_16*",
+        "pxkiRGBToYCC_32f_*",
+        "pxkiYCCToRGB_16*",
+        "pxkiYCCToRGB_32f_*",
     };
     return entries;
 }
