@@ -113,6 +113,19 @@ int transform3x4(const Image& s, Image& d) {
     }
 }
 
+// cvtColor over packed three-channel float images, into our destination buffer.
+template <int Code>
+int cvtColorFloats(const Image& s, Image& d) {
+    try {
+        const cv::Mat src(s.height(), s.width(), CV_32FC3, const_cast<uint8_t*>(s.data()), static_cast<size_t>(s.step()));
+        cv::Mat dst(d.height(), d.width(), CV_32FC3, d.data(), static_cast<size_t>(d.step()));
+        cv::cvtColor(src, dst, Code);
+        return dst.data == d.data() ? 0 : -1;
+    } catch (const cv::Exception&) {
+        return -1;
+    }
+}
+
 }  // namespace
 
 std::vector<Case> openCvCases() {
@@ -289,6 +302,16 @@ std::vector<Case> openCvCases() {
          cvtColorInto<cv::COLOR_HSV2RGB_FULL, 4>,
          {"pxkiHSVToRGB_8u_AC4R"},
          "H in 0..255, 3-byte input pixels, writes alpha"},
+        // HLS of float samples (OpenCV has no 16-bit HLS or HSV): the image as float
+        // pixels of three channels; OpenCV's hue runs 0..360 where ours runs 0..1.
+        {"opencv/cvtColor_RGB2HLS_32FC3", Layout::C3F32, Layout::C3F32, Content::Rgb,
+         cvtColorFloats<cv::COLOR_RGB2HLS>,
+         {"pxkiRGBToHLS_32f_C3R", "pxkiRGBToHLS_32f_AC4R"},
+         "H in 0..360, float pixels"},
+        {"opencv/cvtColor_HLS2RGB_32FC3", Layout::C3F32, Layout::C3F32, Content::Rgb,
+         cvtColorFloats<cv::COLOR_HLS2RGB>,
+         {"pxkiHLSToRGB_32f_C3R", "pxkiHLSToRGB_32f_AC4R"},
+         "H in 0..360, float pixels"},
     };
 }
 #else
