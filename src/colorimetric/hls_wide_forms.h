@@ -93,12 +93,14 @@ struct RgbToHls32f {
         const F gray = lessEqualF(d, splatF<F>(kFloatGrayThreshold));
         const F denominator = selectF(lessEqualF(lightness, splatF<F>(0.5f)), s, subF(splatF<F>(2.0f), s));
         const F saturation = divF(d, denominator);
-        const F sixty = splatF<F>(60.0f);
-        const F fromRed = divF(mulF(subF(g, b), sixty), d);
-        const F fromGreen = addF(divF(mulF(subF(b, r), sixty), d), splatF<F>(120.0f));
-        const F fromBlue = addF(divF(mulF(subF(r, g), sixty), d), splatF<F>(240.0f));
-        // The first channel equal to the maximum wins: red, then green, then blue.
-        F h = selectF(equalF(r, mx), fromRed, selectF(equalF(g, mx), fromGreen, fromBlue));
+        // The first channel equal to the maximum wins: red, then green, then blue. Each
+        // lane divides only its own case's difference (one division for the three), and
+        // only the green and blue cases add their offset, so a red -0 stays -0.
+        const F isRed = equalF(r, mx), isGreen = equalF(g, mx);
+        const F difference = selectF(isRed, subF(g, b), selectF(isGreen, subF(b, r), subF(r, g)));
+        const F quotient = divF(mulF(difference, splatF<F>(60.0f)), d);
+        const F offset = selectF(isGreen, splatF<F>(120.0f), splatF<F>(240.0f));
+        F h = selectF(isRed, quotient, addF(quotient, offset));
         h = selectF(lessF(h, zeroF<F>()), addF(h, splatF<F>(360.0f)), h);
         const F hue = divF(h, splatF<F>(360.0f));
         return Floats3<F>{{andNotF(gray, hue), lightness, andNotF(gray, saturation)}};
@@ -194,7 +196,9 @@ struct HlsToRgb16sAC4 {
 };
 
 // Float: hue times 360; the main loop by the products with one sixtieth, the tail by
-// true divisions by 60 and m2 as (S + 1) L. Values stored as they are.
+// true divisions by 60 and m2 as (S + 1) L. Values stored as they are. Inputs are not
+// clamped, and NaN flows through: where two operands of a step are NaN, which payload
+// the result keeps is the compiler's choice of operand order, not fixed.
 struct HlsToRgb32f {
     static constexpr bool kTail = true;
     template <class F>

@@ -42,8 +42,8 @@ struct RgbToHsv16u {
 
 inline constexpr HsvToRgbScale kHsvToRgb16u{0.00549324788f, 65535.0f, 1.52590219e-05f};
 
-// The 8-bit form with the 16-bit scales: hue 65535 (a whole turn) taken as 0; S 0
-// returns V.
+// The 8-bit form with the 16-bit scales: hue 65535 (a whole turn, whose sextant
+// position comes to 6.0 in floats) taken as 0, as hue 255 is in 8 bits; S 0 returns V.
 struct HsvToRgb16u {
     static constexpr bool kTail = true;
     template <class F>

@@ -49,7 +49,7 @@ void drawS16(Rng& rng, int16_t px[3]) {
 // Floats mostly in 0..1 with some outside; grays, near-grays a few units in the last
 // place apart, ties and the values 0, 0.5 and 1.
 void drawFloats(Rng& rng, float px[3]) {
-    static const float kExact[] = {0.0f, 0.5f, 1.0f, 0.25f};
+    static const float kExact[] = {0.0f, 0.5f, 1.0f, 0.25f, -0.0f};
     for (int c = 0; c < 3; ++c) px[c] = float(rng.unit() * 1.2 - 0.1);
     switch (rng.next32() % 8) {
         case 0: px[1] = px[2] = px[0]; break;
@@ -60,7 +60,7 @@ void drawFloats(Rng& rng, float px[3]) {
             break;
         case 2: px[1] = px[0]; break;
         case 3:
-            for (int c = 0; c < 3; ++c) px[c] = kExact[rng.next32() % 4];
+            for (int c = 0; c < 3; ++c) px[c] = kExact[rng.next32() % 5];
             break;
         case 4: px[2] = 0.0f; break;
         default: break;
@@ -220,10 +220,10 @@ TEST(HlsWideCases, HlsToRgb16uOutputIsEven) {
     for (size_t i = 0; i < out.size(); ++i) ASSERT_EQ(out[i] % 2, 0) << i;
 }
 
-// 16s HLS to RGB of a gray pixel with L code 0 (sample 0): v = 32768 / 65535.
-// C3 main loop: round(v' * 65535) with v' = 32768 * 1.52590219e-05 (= 0.500015259),
-// 32768.0..., rounded to 32768, minus 32768: 0. Tails: true divisions, v * 65535 +
-// 0.499989986 truncated: 32768, minus 32768: 0. Full white (32767) gives 32767 in the
+// 16s HLS to RGB of a gray pixel with sample 0 (code 32768). C3 main loop:
+// v = 32768 * 1.52590219e-05 = 0.500007629, v * 65535 = 32768 rounded: 32768, minus
+// 32768: 0. Tails: v = 32768 / 65535, v * 65535 = 32768, plus 0.499989986 is 32768.5
+// in floats, truncated: 32768, minus 32768: 0. Full white (32767) gives 32767 in the
 // C3 main loop and the tails, while the AC4 main loop saturates 65535 to 32767 and
 // adds -32768: -1.
 TEST(HlsWideCases, Hls16sGrayAndWhiteByPath) {
@@ -284,6 +284,11 @@ TEST(HlsWideCases, FloatPrimaries) {
         EXPECT_EQ(pixelAt(kToHls32fC3, {1.0f, 0.0f, 0.0f}, 3, x), (std::vector<float>{0.0f, 0.5f, 1.0f}));
         EXPECT_EQ(pixelAt(kToHls32fC3, {0.0f, 1.0f, 0.0f}, 3, x), (std::vector<float>{120.0f / 360.0f, 0.5f, 1.0f}));
         EXPECT_EQ(pixelAt(kToHls32fC3, {0.0f, 0.0f, 1.0f}, 3, x), (std::vector<float>{240.0f / 360.0f, 0.5f, 1.0f}));
+        // Red with G -0 and B +0: (G - B) * 60 / d is -0, and the red case adds no offset,
+        // so H is -0 / 360 = -0.
+        const std::vector<float> negativeZero = pixelAt(kToHls32fC3, {1.0f, -0.0f, 0.0f}, 3, x);
+        EXPECT_EQ(negativeZero, (std::vector<float>{0.0f, 0.5f, 1.0f}));
+        EXPECT_TRUE(std::signbit(negativeZero[0]));
         // Blue above green under red: h = (0 - 0.25) * 60 / 1 + 360 = 345 degrees;
         // L 0.5, S = 1 / 1.
         EXPECT_EQ(pixelAt(kToHls32fAC4, {1.0f, 0.0f, 0.25f}, 3, x), (std::vector<float>{345.0f / 360.0f, 0.5f, 1.0f}));
@@ -339,7 +344,8 @@ TEST(HsvWideCases, BlueWinsATieWithRed) {
     }
 }
 
-// HSV to RGB: S 0 returns V exactly; hue 65535 (a whole turn) behaves as hue 0.
+// HSV to RGB: S 0 returns V exactly; hue 65535 (a whole turn: its sextant position
+// (65535 * 0.0166666675) * 0.00549324788 is 6.0 in floats) behaves as hue 0.
 TEST(HsvWideCases, GrayAndFullTurn) {
     for (const Member<uint16_t>* m : {&kHsvToRgbC3, &kHsvToRgbAC4}) {
         for (int x : {0, 4}) {

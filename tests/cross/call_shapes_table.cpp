@@ -196,6 +196,13 @@ const std::vector<ShapeRow>& callShapeRows() {
         {"pxkiHLSToBGR_8u_C3P3R", "... steps=positive"},
         {"pxkiHLSToBGR_8u_P3C3R", "... steps=positive"},
         {"pxkiHLSToBGR_8u_P3R", "... steps=positive"},
+        // HLS of float samples: samples drawn as floats around 0..1. Random bytes give
+        // pixels with two NaN channels, whose result carries the payload of one or the
+        // other by the operand order each build's register allocation picks.
+        {"pxkiRGBToHLS_32f_C3R", "... floats=-0.5:1.5"},
+        {"pxkiRGBToHLS_32f_AC4R", "... floats=-0.5:1.5"},
+        {"pxkiHLSToRGB_32f_C3R", "... floats=-0.5:1.5"},
+        {"pxkiHLSToRGB_32f_AC4R", "... floats=-0.5:1.5"},
     };
     return rows;
 }
