@@ -524,6 +524,23 @@ const std::vector<Export>& ourExports() {
         PXK_ROW(pxkiYCCToRGB_16s_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
         PXK_ROW(pxkiYCCToRGB_32f_C3R, C3F32, C3F32, UnitFloats, samplesToSamples),
         PXK_ROW(pxkiYCCToRGB_32f_AC4R, AC4F32, AC4F32, UnitFloats, samplesToSamples),
+        // Colorimetric spaces: HLS and HSV of 16-bit and float samples
+        PXK_ROW(pxkiRGBToHLS_16u_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToHLS_16u_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToHLS_16s_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToHLS_16s_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToHLS_32f_C3R, C3F32, C3F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToHLS_32f_AC4R, AC4F32, AC4F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiHLSToRGB_16u_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiHLSToRGB_16u_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiHLSToRGB_16s_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiHLSToRGB_16s_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiHLSToRGB_32f_C3R, C3F32, C3F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiHLSToRGB_32f_AC4R, AC4F32, AC4F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToHSV_16u_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToHSV_16u_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiHSVToRGB_16u_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiHSVToRGB_16u_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
     };
     return table;
 }

@@ -352,6 +352,16 @@ std::vector<Case> openCvCases() {
          cvtSamplesInto<cv::COLOR_XYZ2RGB, CV_32F, 3>,
          {"pxkiXYZToRGB_32f_C3R"},
          "same matrix, no clamp"},
+        // HLS of float samples (OpenCV has no 16-bit HLS or HSV): the image as float
+        // pixels of three channels; OpenCV's hue runs 0..360 where ours runs 0..1.
+        {"opencv/cvtColor_RGB2HLS_32FC3", Layout::C3F32, Layout::C3F32, Content::Rgb,
+         cvtColorFloats<cv::COLOR_RGB2HLS>,
+         {"pxkiRGBToHLS_32f_C3R", "pxkiRGBToHLS_32f_AC4R"},
+         "H in 0..360, float pixels"},
+        {"opencv/cvtColor_HLS2RGB_32FC3", Layout::C3F32, Layout::C3F32, Content::Rgb,
+         cvtColorFloats<cv::COLOR_HLS2RGB>,
+         {"pxkiHLSToRGB_32f_C3R", "pxkiHLSToRGB_32f_AC4R"},
+         "H in 0..360, float pixels"},
     };
 }
 #else

@@ -1851,6 +1851,65 @@ PXKCC_API PxkResult pxkiYCCToRGB_16s_AC4R(const int16_t* pSrc, int32_t srcStep, 
 PXKCC_API PxkResult pxkiYCCToRGB_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
                                          int32_t dstStep, PxkSize roiSize);
 PXKCC_API PxkResult pxkiYCCToRGB_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst,
+
+/* ------------------------------------------------------------------------ */
+/* RGB <-> HLS and RGB <-> HSV, 16-bit and 32f interleaved                   */
+/* ------------------------------------------------------------------------ */
+/* The HLS and HSV conversions of 16u (0..65535), 16s (16u shifted by 32768: -32768
+ * stands for zero) and 32f samples (HLS: H in turns, 0 up to 1; L, S, R, G, B in 0..1;
+ * not clamped). Byte steps are halved (16-bit) or quartered (32f) by an arithmetic
+ * shift, so the odd low bits of a step are dropped; steps are not tested, zero and
+ * negative steps are legal. Least size 1 x 1. AC4: the destination's fourth samples
+ * are not written. Main loops take four pixels; the last width % 4 pixels of a row go
+ * to the tail where a member has one.
+ * RGB to HLS, 16-bit: the main loop uses the processor's approximate reciprocal,
+ * unrefined, the tail refines it once; H, L, S truncated and saturated to the type's
+ * range; a gray pixel gives H and S of the lowest code (0, or -32768 for 16s).
+ * RGB to HLS, 32f: every pixel by true divisions; a pixel whose spread of channels is
+ * at most 1.1920929e-07 gives H 0 and S 0.
+ * HLS to RGB, 16u: v * 32767.5 truncated, saturated to 32767 and doubled, so the
+ * output is even (white gives 65534); a gray (S 0) tail pixel returns its L.
+ * HLS to RGB, 16s: the C3 main loop rounds v * 65535 by the current rounding mode; the
+ * AC4 main loop truncates v * 65535 + 0.499989986, saturates it to 32767 and adds
+ * -32768 with wrap-around, which folds the upper half of the range to -1; the tails
+ * divide for real and truncate v * 65535 + 0.499989986, low 16 bits stored.
+ * HLS to RGB, 32f: the tail divides by 60 where the main loop multiplies by one
+ * sixtieth, so the last bits can differ.
+ * RGB to HSV, 16u: every pixel by true divisions, S and H truncated after adding 0.5;
+ * of channels tied at the maximum, blue wins over green over red.
+ * HSV to RGB, 16u: results rounded by the current rounding mode; hue 65535 counts as
+ * 0; S 0 returns V exactly. */
+PXKCC_API PxkResult pxkiRGBToHLS_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToHLS_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToHLS_16s_C3R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToHLS_16s_AC4R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToHLS_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToHLS_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToRGB_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToRGB_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToRGB_16s_C3R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToRGB_16s_AC4R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToRGB_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHLSToRGB_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToHSV_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToHSV_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHSVToRGB_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
+                                         int32_t dstStep, PxkSize roiSize);
+PXKCC_API PxkResult pxkiHSVToRGB_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
                                           int32_t dstStep, PxkSize roiSize);
 
 #ifdef __cplusplus

@@ -142,6 +142,14 @@ PXK_INLINE float hueChannelScalar(float x, float m1, float m2) {
     return m1;
 }
 
+// The same by a true division by 60 (the tails of the float and 16s members).
+PXK_INLINE float hueChannelDivided(float x, float m1, float m2) {
+    if (x < 60.0f) return ((m2 - m1) * x) / 60.0f + m1;
+    if (x < 180.0f) return m2;
+    if (x < 240.0f) return ((m2 - m1) * (240.0f - x)) / 60.0f + m1;
+    return m1;
+}
+
 // R, G, B in 0..1 from the hue in degrees, L and S in 0..1. A gray lane (S of 0)
 // gives L in all three.
 template <class F>
@@ -159,17 +167,20 @@ PXK_INLINE Floats3<F> hlsToRgbVector(F degrees, F l, F s) {
                        selectF(gray, l, hueChannelVector(blue, m1, m2))}};
 }
 
-// The scalar twin for a pixel that is not gray; m2 as `L + P` below one half.
+// The scalar twin for a pixel that is not gray; m2 as `L + P` below one half, and the
+// channels by one sixtieth. With Divided (the tails of the float and 16s members), m2
+// as `(S + 1) L` below one half, and the channels by a true division by 60.
+template <bool Divided = false>
 PXK_INLINE Floats3<float> hlsToRgbScalar(float degrees, float l, float s) {
     const float p = l * s;
-    const float m2 = l <= 0.5f ? l + p : (l + s) - p;
+    const float m2 = l <= 0.5f ? (Divided ? (s + 1.0f) * l : l + p) : (l + s) - p;
     const float m1 = 2.0f * l - m2;
     float red = degrees + 120.0f;
     if (red > 360.0f) red -= 360.0f;
     float blue = degrees - 120.0f;
     if (blue < 0.0f) blue += 360.0f;
-    return Floats3<float>{{hueChannelScalar(red, m1, m2), hueChannelScalar(degrees, m1, m2),
-                           hueChannelScalar(blue, m1, m2)}};
+    const auto channel = Divided ? hueChannelDivided : hueChannelScalar;
+    return Floats3<float>{{channel(red, m1, m2), channel(degrees, m1, m2), channel(blue, m1, m2)}};
 }
 
 // 8u: inputs by the products with the 8u scales; each v times 255, truncated and

@@ -80,37 +80,70 @@ struct RgbToHsv8uTail {
 // HSV -> RGB
 // ---------------------------------------------------------------------------------
 
+// The scales of HSV to RGB for one sample type: the hue to degrees factor (applied
+// after one sixtieth), the top hue code (one whole turn, taken as hue 0) and the
+// factor of S into 0..1.
+struct HsvToRgbScale {
+    float hueToDegrees;
+    float topHue;
+    float toUnit;
+};
+inline constexpr HsvToRgbScale kHsvToRgb8u{kHsvHueToDegrees, 255.0f, kHsvToUnit};
+
+// R, G, B of four pixels a lane. The sextant x = (h / 60) * hueToDegrees, with the top
+// hue taken as 0; i its whole part, f the rest. A gray lane (S 0) gives V in all three
+// channels.
+template <class F>
+PXK_INLINE Floats3<F> hsvToRgbVector(const Floats3<F>& hsv, const HsvToRgbScale& k) {
+    const F h = hsv.c[0], s = hsv.c[1], v = hsv.c[2];
+    const F x = andNotF(equalF(h, splatF<F>(k.topHue)),
+                        mulF(mulF(h, splatF<F>(kHsvSixtieth)), splatF<F>(k.hueToDegrees)));
+    const auto i = truncToInt(x);
+    const F f = subF(x, toFloat(i));
+    const F w = mulF(v, mulF(s, splatF<F>(k.toUnit)));
+    const F fw = mulF(f, w);
+    const F p = subF(v, w);
+    const F t = addF(p, fw);
+    const F q = subF(v, fw);
+    using V = std::remove_const_t<decltype(i)>;
+    F is[6];
+    PXK_UNROLL
+    for (int n = 0; n < 6; ++n) is[n] = floatsOf(equal32(i, splat32<V>(n)));
+    // By sextant 0 to 5: R is v, q, p, p, t, v; G is t, v, v, q, p, p;
+    // B is p, p, t, v, v, q.
+    Floats3<F> out;
+    out.c[0] = selectF(orF(is[0], is[5]), v, selectF(is[1], q, selectF(is[4], t, p)));
+    out.c[1] = selectF(orF(is[1], is[2]), v, selectF(is[0], t, selectF(is[3], q, p)));
+    out.c[2] = selectF(orF(is[3], is[4]), v, selectF(is[2], t, selectF(is[5], q, p)));
+    const F gray = equalF(s, zeroF<F>());
+    PXK_UNROLL
+    for (int c = 0; c < 3; ++c) out.c[c] = selectF(gray, v, out.c[c]);
+    return out;
+}
+
+// The scalar twin for a pixel that is not gray.
+PXK_INLINE Floats3<float> hsvToRgbScalar(float h, float s, float v, const HsvToRgbScale& k) {
+    const float x = h == k.topHue ? 0.0f : (h * kHsvSixtieth) * k.hueToDegrees;
+    const int32_t i = truncToInt32(x);
+    const float f = x - float(i);
+    const float w = v * (s * k.toUnit);
+    const float p = v - w, t = p + f * w, q = v - f * w;
+    switch (i) {
+        case 0: return Floats3<float>{{v, t, p}};
+        case 1: return Floats3<float>{{q, v, p}};
+        case 2: return Floats3<float>{{p, v, t}};
+        case 3: return Floats3<float>{{p, q, v}};
+        case 4: return Floats3<float>{{t, p, v}};
+        default: return Floats3<float>{{v, p, q}};
+    }
+}
+
 struct HsvToRgb8uBlock {
     struct Form {
         static constexpr ToInteger kToInteger = ToInteger::RoundLowByte;
-        // The sextant x = (h / 60) * 1.41176474, with hue 255 taken as 0; i its whole
-        // part, f the rest. A gray lane (S 0) gives V in all three channels.
         template <class F>
         PXK_INLINE static Floats3<F> apply(const Floats3<F>& hsv) {
-            const F h = hsv.c[0], s = hsv.c[1], v = hsv.c[2];
-            const F x = andNotF(equalF(h, splatF<F>(255.0f)),
-                                mulF(mulF(h, splatF<F>(kHsvSixtieth)), splatF<F>(kHsvHueToDegrees)));
-            const auto i = truncToInt(x);
-            const F f = subF(x, toFloat(i));
-            const F w = mulF(v, mulF(s, splatF<F>(kHsvToUnit)));
-            const F fw = mulF(f, w);
-            const F p = subF(v, w);
-            const F t = addF(p, fw);
-            const F q = subF(v, fw);
-            using V = std::remove_const_t<decltype(i)>;
-            F is[6];
-            PXK_UNROLL
-            for (int k = 0; k < 6; ++k) is[k] = floatsOf(equal32(i, splat32<V>(k)));
-            // By sextant 0 to 5: R is v, q, p, p, t, v; G is t, v, v, q, p, p;
-            // B is p, p, t, v, v, q.
-            Floats3<F> out;
-            out.c[0] = selectF(orF(is[0], is[5]), v, selectF(is[1], q, selectF(is[4], t, p)));
-            out.c[1] = selectF(orF(is[1], is[2]), v, selectF(is[0], t, selectF(is[3], q, p)));
-            out.c[2] = selectF(orF(is[3], is[4]), v, selectF(is[2], t, selectF(is[5], q, p)));
-            const F gray = equalF(s, zeroF<F>());
-            PXK_UNROLL
-            for (int c = 0; c < 3; ++c) out.c[c] = selectF(gray, v, out.c[c]);
-            return out;
+            return hsvToRgbVector(hsv, kHsvToRgb8u);
         }
     };
     template <class V>
@@ -122,22 +155,9 @@ struct HsvToRgb8uBlock {
 struct HsvToRgb8uTail {
     PXK_INLINE static Pixel3 apply(Pixel3 px) {
         if (px.c[1] == 0) return Pixel3{{px.c[2], px.c[2], px.c[2]}};
-        const float h = px.c[0], s = px.c[1], v = px.c[2];
-        const float x = px.c[0] == 255 ? 0.0f : (h * kHsvSixtieth) * kHsvHueToDegrees;
-        const int32_t i = truncToInt32(x);
-        const float f = x - float(i);
-        const float w = v * (s * kHsvToUnit);
-        const float p = v - w, t = p + f * w, q = v - f * w;
-        float r, g, b;
-        switch (i) {
-            case 0: r = v, g = t, b = p; break;
-            case 1: r = q, g = v, b = p; break;
-            case 2: r = p, g = v, b = t; break;
-            case 3: r = p, g = q, b = v; break;
-            case 4: r = t, g = p, b = v; break;
-            default: r = v, g = p, b = q; break;
-        }
-        return Pixel3{{low8(pxkRoundHalfEven(r)), low8(pxkRoundHalfEven(g)), low8(pxkRoundHalfEven(b))}};
+        const Floats3<float> rgb = hsvToRgbScalar(px.c[0], px.c[1], px.c[2], kHsvToRgb8u);
+        return Pixel3{{low8(pxkRoundHalfEven(rgb.c[0])), low8(pxkRoundHalfEven(rgb.c[1])),
+                       low8(pxkRoundHalfEven(rgb.c[2]))}};
     }
 };
 
