@@ -477,6 +477,13 @@ const std::vector<Export>& ourExports() {
         PXK_ROW(pxkiRGBToYCC_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
         PXK_ROW(pxkiYCCToRGB_8u_C3R, C3, C3, Rgb, packedToPacked),
         PXK_ROW(pxkiYCCToRGB_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
+        // Colorimetric spaces: LUV
+        PXK_ROW(pxkiRGBToLUV_32f_C3R, C3F32, C3F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToLUV_32f_AC4R, AC4F32, AC4F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiBGRToLUV_32f_C3R, C3F32, C3F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiLUVToRGB_32f_C3R, C3F32, C3F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiLUVToRGB_32f_AC4R, AC4F32, AC4F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiLUVToBGR_32f_C3R, C3F32, C3F32, Rgb, samplesToSamples),
     };
     return table;
 }

@@ -113,6 +113,22 @@ int transform3x4(const Image& s, Image& d) {
     }
 }
 
+// cvtColor over packed float pixels (CV_32F, `DstChannels` channels out), into our
+// destination buffer.
+template <int Code, int DstChannels>
+int cvtColorFloatsInto(const Image& s, Image& d) {
+    try {
+        const cv::Mat src(s.height(), s.width(), CV_32FC(bytesPerPixel(s.layout()) / 4), const_cast<uint8_t*>(s.data()),
+                          static_cast<size_t>(s.step()));
+        cv::Mat dst(d.height(), d.width(), CV_32FC(bytesPerPixel(d.layout()) / 4), d.data(),
+                    static_cast<size_t>(d.step()));
+        cv::cvtColor(src, dst, Code, DstChannels);
+        return dst.data == d.data() ? 0 : -1;
+    } catch (const cv::Exception&) {
+        return -1;
+    }
+}
+
 }  // namespace
 
 std::vector<Case> openCvCases() {
@@ -289,6 +305,22 @@ std::vector<Case> openCvCases() {
          cvtColorInto<cv::COLOR_HSV2RGB_FULL, 4>,
          {"pxkiHSVToRGB_8u_AC4R"},
          "H in 0..255, 3-byte input pixels, writes alpha"},
+        {"opencv/cvtColor_RGB2Luv_32FC3", Layout::C3F32, Layout::C3F32, Content::Rgb,
+         cvtColorFloatsInto<cv::COLOR_RGB2Luv, 3>,
+         {"pxkiRGBToLUV_32f_C3R", "pxkiBGRToLUV_32f_C3R"},
+         "sRGB gamma applied, float cube root"},
+        {"opencv/cvtColor_RGB2Luv_32FC4to3", Layout::AC4F32, Layout::C3F32, Content::Rgb,
+         cvtColorFloatsInto<cv::COLOR_RGB2Luv, 3>,
+         {"pxkiRGBToLUV_32f_AC4R"},
+         "sRGB gamma applied, 3-float output pixels"},
+        {"opencv/cvtColor_Luv2RGB_32FC3", Layout::C3F32, Layout::C3F32, Content::Rgb,
+         cvtColorFloatsInto<cv::COLOR_Luv2RGB, 3>,
+         {"pxkiLUVToRGB_32f_C3R", "pxkiLUVToBGR_32f_C3R"},
+         "sRGB gamma applied"},
+        {"opencv/cvtColor_Luv2RGB_32FC3to4", Layout::C3F32, Layout::AC4F32, Content::Rgb,
+         cvtColorFloatsInto<cv::COLOR_Luv2RGB, 4>,
+         {"pxkiLUVToRGB_32f_AC4R"},
+         "sRGB gamma applied, 3-float input pixels, writes alpha"},
     };
 }
 #else

@@ -1628,6 +1628,33 @@ PXKCC_API PxkResult pxkiYCCToRGB_8u_C3R(const uint8_t* pSrc, int32_t srcStep, ui
 PXKCC_API PxkResult pxkiYCCToRGB_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
                                          int32_t dstStep, PxkSize roiSize);
 
+/* ------------------------------------------------------------------------ */
+/* RGB and BGR <-> CIE LUV, interleaved                                      */
+/* ------------------------------------------------------------------------ */
+/* The Rec. 709 / D65 matrices of XYZ (no gamma), white chromaticity un 0.197839,
+ * vn 0.468342; L 0..100, U and V signed. Float arithmetic throughout, so results
+ * follow the caller's rounding mode. Least size 1 x 1; steps are not tested; 32f
+ * members clear the low two bits of each byte step. AC4: the destination's fourth
+ * sample keeps its value. A BGR member is its RGB twin with the first and third
+ * channels of the RGB side exchanged.
+ * 32f forward: L from a 128-entry cube-root table and a nine-term series (903.3 Y at
+ * or below Y 0.008856); u, v by the processor's approximate reciprocal refined once.
+ * Columns below width - width % 4 add 3 to a zero denominator; the rest give U and V
+ * of 0 where Z is 0. Nothing is clamped. 32f inverse: the same in every column, with
+ * true divisions; L below 9e-05 gives black; R, G, B clamped to 0..1. */
+PXKCC_API PxkResult pxkiRGBToLUV_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToLUV_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                          PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToLUV_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiLUVToRGB_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiLUVToRGB_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                          PxkSize roiSize);
+PXKCC_API PxkResult pxkiLUVToBGR_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif

@@ -43,6 +43,12 @@ const std::vector<std::string>& floatModeTableEntries() {
         "pxkiReduceBits_16u*",
         "pxkiReduceBits_16s*",
         "pxkiReduceBits_32f*",
+        // LUV: every member works in floats (the 8-bit forward with a double cube root)
+        // and the integer members convert by truncation or by the current mode.
+        "pxkiRGBToLUV_*",
+        "pxkiBGRToLUV_*",
+        "pxkiLUVToRGB_*",
+        "pxkiLUVToBGR_*",
     };
     return entries;
 }
