@@ -321,6 +321,22 @@ std::vector<Case> openCvCases() {
          cvtColorFloatsInto<cv::COLOR_Luv2RGB, 4>,
          {"pxkiLUVToRGB_32f_AC4R"},
          "sRGB gamma applied, 3-float input pixels, writes alpha"},
+        {"opencv/cvtColor_RGB2Luv_8UC3", Layout::C3, Layout::C3, Content::Rgb,
+         cvtColorInto<cv::COLOR_RGB2Luv, 3>,
+         {"pxkiRGBToLUV_8u_C3R", "pxkiBGRToLUV_8u_C3R"},
+         "sRGB gamma applied, fixed point"},
+        {"opencv/cvtColor_RGB2Luv_8UC4to3", Layout::AC4, Layout::C3, Content::Rgb,
+         cvtColorInto<cv::COLOR_RGB2Luv, 3>,
+         {"pxkiRGBToLUV_8u_AC4R"},
+         "sRGB gamma applied, fixed point, 3-byte output pixels"},
+        {"opencv/cvtColor_Luv2RGB_8UC3", Layout::C3, Layout::C3, Content::Rgb,
+         cvtColorInto<cv::COLOR_Luv2RGB, 3>,
+         {"pxkiLUVToRGB_8u_C3R", "pxkiLUVToBGR_8u_C3R"},
+         "sRGB gamma applied"},
+        {"opencv/cvtColor_Luv2RGB_8UC3to4", Layout::C3, Layout::C4, Content::Rgb,
+         cvtColorInto<cv::COLOR_Luv2RGB, 4>,
+         {"pxkiLUVToRGB_8u_AC4R"},
+         "sRGB gamma applied, 3-byte input pixels, writes alpha"},
     };
 }
 #else

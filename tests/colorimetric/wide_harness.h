@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <ostream>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -41,6 +42,11 @@ struct Member {
     // The range of random float samples (float sources only).
     float lo = 0.0f, hi = 1.0f;
 };
+
+template <class In, class Out>
+std::ostream& operator<<(std::ostream& os, const Member<In, Out>& m) {
+    return os << m.name;
+}
 
 template <class T>
 constexpr int stepBitsOf() {
