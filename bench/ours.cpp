@@ -541,6 +541,27 @@ const std::vector<Export>& ourExports() {
         PXK_ROW(pxkiRGBToHSV_16u_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
         PXK_ROW(pxkiHSVToRGB_16u_C3R, C3W16, C3W16, Rgb, samplesToSamples),
         PXK_ROW(pxkiHSVToRGB_16u_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        // Colorimetric spaces: LUV
+        PXK_ROW(pxkiRGBToLUV_32f_C3R, C3F32, C3F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToLUV_32f_AC4R, AC4F32, AC4F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiBGRToLUV_32f_C3R, C3F32, C3F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiLUVToRGB_32f_C3R, C3F32, C3F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiLUVToRGB_32f_AC4R, AC4F32, AC4F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiLUVToBGR_32f_C3R, C3F32, C3F32, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToLUV_16u_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToLUV_16u_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToLUV_16s_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToLUV_16s_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiLUVToRGB_16u_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiLUVToRGB_16u_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiLUVToRGB_16s_C3R, C3W16, C3W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiLUVToRGB_16s_AC4R, AC4W16, AC4W16, Rgb, samplesToSamples),
+        PXK_ROW(pxkiRGBToLUV_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiRGBToLUV_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
+        PXK_ROW(pxkiBGRToLUV_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiLUVToRGB_8u_C3R, C3, C3, Rgb, packedToPacked),
+        PXK_ROW(pxkiLUVToRGB_8u_AC4R, AC4, AC4, Rgb, packedToPacked),
+        PXK_ROW(pxkiLUVToBGR_8u_C3R, C3, C3, Rgb, packedToPacked),
     };
     return table;
 }

@@ -1851,6 +1851,7 @@ PXKCC_API PxkResult pxkiYCCToRGB_16s_AC4R(const int16_t* pSrc, int32_t srcStep, 
 PXKCC_API PxkResult pxkiYCCToRGB_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst,
                                          int32_t dstStep, PxkSize roiSize);
 PXKCC_API PxkResult pxkiYCCToRGB_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst,
+                                          int32_t dstStep, PxkSize roiSize);
 
 /* ------------------------------------------------------------------------ */
 /* RGB <-> HLS and RGB <-> HSV, 16-bit and 32f interleaved                   */
@@ -1911,6 +1912,76 @@ PXKCC_API PxkResult pxkiHSVToRGB_16u_C3R(const uint16_t* pSrc, int32_t srcStep, 
                                          int32_t dstStep, PxkSize roiSize);
 PXKCC_API PxkResult pxkiHSVToRGB_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst,
                                           int32_t dstStep, PxkSize roiSize);
+
+/* ------------------------------------------------------------------------ */
+/* RGB and BGR <-> CIE LUV, interleaved                                      */
+/* ------------------------------------------------------------------------ */
+/* The Rec. 709 / D65 matrices of XYZ (no gamma), white chromaticity un 0.197839,
+ * vn 0.468342; L 0..100, U and V signed. Float arithmetic throughout, so results
+ * follow the caller's rounding mode. Least size 1 x 1; steps are not tested; 32f
+ * members clear the low two bits of each byte step. AC4: the destination's fourth
+ * sample keeps its value. A BGR member is its RGB twin with the first and third
+ * channels of the RGB side exchanged.
+ * 32f forward: L from a 128-entry cube-root table and a nine-term series (903.3 Y at
+ * or below Y 0.008856); u, v by the processor's approximate reciprocal refined once.
+ * Columns below width - width % 4 add 3 to a zero denominator; the rest give U and V
+ * of 0 where Z is 0. Nothing is clamped. 32f inverse: the same in every column, with
+ * true divisions; L below 9e-05 gives black; R, G, B clamped to 0..1.
+ * 16u, 16s: the members clear the low bit of each byte step; 16s samples are 16u
+ * samples less 32768. Forward as 32f from the samples (the linear foot below Y 580.378
+ * in sample units), then L16 = L 655.35, U16 = (U + 134) 185.127121,
+ * V16 = (V + 140) 250.133591: columns below width - width % 4 round by the current
+ * mode, the rest round L and truncate U and V; all saturate to the type's range.
+ * Inverse: L, U, V from the samples by the float reciprocals of the three scales
+ * (0.00152590219, 0.00540169375, 0.00399786374) and the offsets -134 and -140, then
+ * 1 / (13 L) by the refined reciprocal and 1/116 as a product; R, G, B times
+ * 65535, truncated and saturated; the columns past width - width % 4 work the cube in
+ * double, so they can differ by one.
+ * 8u: L8 = L 255 / 100, U8 = (U + 134) 255 / 354, V8 = (V + 140) 255 / 262. Forward one
+ * pixel at a time (a double cube root), every column alike: L8 truncated, U8 and V8
+ * rounded by + 0.5, each stored as its low 8 bits (black gives 0, 97, 136). Inverse as
+ * 16u with the scales 0.392156869, 1.38823533, 1.02745104 and 255 for 65535, over
+ * columns below width - width % 8 (C3 and AC4 alike) and a tail past them. */
+PXKCC_API PxkResult pxkiRGBToLUV_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToLUV_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                          PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToLUV_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiLUVToRGB_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiLUVToRGB_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                          PxkSize roiSize);
+PXKCC_API PxkResult pxkiLUVToBGR_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToLUV_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToLUV_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep,
+                                          PxkSize roiSize);
+PXKCC_API PxkResult pxkiLUVToRGB_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiLUVToRGB_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep,
+                                          PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToLUV_16s_C3R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToLUV_16s_AC4R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst, int32_t dstStep,
+                                          PxkSize roiSize);
+PXKCC_API PxkResult pxkiLUVToRGB_16s_C3R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiLUVToRGB_16s_AC4R(const int16_t* pSrc, int32_t srcStep, int16_t* pDst, int32_t dstStep,
+                                          PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToLUV_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                        PxkSize roiSize);
+PXKCC_API PxkResult pxkiRGBToLUV_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiBGRToLUV_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                        PxkSize roiSize);
+PXKCC_API PxkResult pxkiLUVToRGB_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                        PxkSize roiSize);
+PXKCC_API PxkResult pxkiLUVToRGB_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                         PxkSize roiSize);
+PXKCC_API PxkResult pxkiLUVToBGR_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                        PxkSize roiSize);
 
 #ifdef __cplusplus
 }

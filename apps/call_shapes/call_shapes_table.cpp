@@ -219,6 +219,14 @@ const std::vector<ShapeRow>& callShapeRows() {
         {"pxkiRGBToHLS_32f_AC4R", "... floats=-0.5:1.5"},
         {"pxkiHLSToRGB_32f_C3R", "... floats=-0.5:1.5"},
         {"pxkiHLSToRGB_32f_AC4R", "... floats=-0.5:1.5"},
+        // LUV: float members get samples in and around their ranges of use (RGB a
+        // little past 0..1, L, U and V in -150..150).
+        {"pxkiRGBToLUV_32f_C3R", "... floats=-0.25:1.25"},
+        {"pxkiRGBToLUV_32f_AC4R", "... floats=-0.25:1.25"},
+        {"pxkiBGRToLUV_32f_C3R", "... floats=-0.25:1.25"},
+        {"pxkiLUVToRGB_32f_C3R", "... floats=-150:150"},
+        {"pxkiLUVToRGB_32f_AC4R", "... floats=-150:150"},
+        {"pxkiLUVToBGR_32f_C3R", "... floats=-150:150"},
     };
     return rows;
 }

@@ -59,6 +59,12 @@ const std::vector<std::string>& floatModeTableEntries() {
         "pxkiRGBToYCC_32f_*",
         "pxkiYCCToRGB_16*",
         "pxkiYCCToRGB_32f_*",
+        // LUV: every member works in floats (the 8-bit forward with a double cube root)
+        // and the integer members convert by truncation or by the current mode.
+        "pxkiRGBToLUV_*",
+        "pxkiBGRToLUV_*",
+        "pxkiLUVToRGB_*",
+        "pxkiLUVToBGR_*",
     };
     return entries;
 }
