@@ -132,22 +132,6 @@ int transform3x4(const Image& s, Image& d) {
     }
 }
 
-// cvtColor over packed float pixels (CV_32F, `DstChannels` channels out), into our
-// destination buffer.
-template <int Code, int DstChannels>
-int cvtColorFloatsInto(const Image& s, Image& d) {
-    try {
-        const cv::Mat src(s.height(), s.width(), CV_32FC(bytesPerPixel(s.layout()) / 4), const_cast<uint8_t*>(s.data()),
-                          static_cast<size_t>(s.step()));
-        cv::Mat dst(d.height(), d.width(), CV_32FC(bytesPerPixel(d.layout()) / 4), d.data(),
-                    static_cast<size_t>(d.step()));
-        cv::cvtColor(src, dst, Code, DstChannels);
-        return dst.data == d.data() ? 0 : -1;
-    } catch (const cv::Exception&) {
-        return -1;
-    }
-}
-
 }  // namespace
 
 std::vector<Case> openCvCases() {
@@ -331,11 +315,11 @@ std::vector<Case> openCvCases() {
          {"pxkiLabToRGB_8u_C3R", "pxkiLabToBGR_8u_C3R", "pxkiLabToBGR_16u8u_C3R"},
          "sRGB gamma, linear foot on the way back"},
         {"opencv/cvtColor_RGB2Lab_32FC3", Layout::C3F32, Layout::C3F32, Content::Float32,
-         cvtColorFloatsInto<cv::COLOR_RGB2Lab, 3>,
+         cvtSamplesInto<cv::COLOR_RGB2Lab, CV_32F, 3>,
          {"pxkiRGBToLab_32f_C3R", "pxkiBGRToLab_32f_C3R", "pxkiRGBToLab_32f_P3R", "pxkiRGBToLab_64f_P3R"},
          "sRGB gamma, packed sides"},
         {"opencv/cvtColor_Lab2RGB_32FC3", Layout::C3F32, Layout::C3F32, Content::Float32,
-         cvtColorFloatsInto<cv::COLOR_Lab2RGB, 3>,
+         cvtSamplesInto<cv::COLOR_Lab2RGB, CV_32F, 3>,
          {"pxkiLabToRGB_32f_C3R", "pxkiLabToBGR_32f_C3R", "pxkiLabToRGB_32f_P3R", "pxkiLabToRGB_64f_P3R"},
          "sRGB gamma, linear foot, packed sides"},
         // XYZ on 16-bit and float samples
@@ -358,27 +342,27 @@ std::vector<Case> openCvCases() {
         // HLS of float samples (OpenCV has no 16-bit HLS or HSV): the image as float
         // pixels of three channels; OpenCV's hue runs 0..360 where ours runs 0..1.
         {"opencv/cvtColor_RGB2HLS_32FC3", Layout::C3F32, Layout::C3F32, Content::Rgb,
-         cvtColorFloatsInto<cv::COLOR_RGB2HLS, 3>,
+         cvtSamplesInto<cv::COLOR_RGB2HLS, CV_32F, 3>,
          {"pxkiRGBToHLS_32f_C3R", "pxkiRGBToHLS_32f_AC4R"},
          "H in 0..360, float pixels"},
         {"opencv/cvtColor_HLS2RGB_32FC3", Layout::C3F32, Layout::C3F32, Content::Rgb,
-         cvtColorFloatsInto<cv::COLOR_HLS2RGB, 3>,
+         cvtSamplesInto<cv::COLOR_HLS2RGB, CV_32F, 3>,
          {"pxkiHLSToRGB_32f_C3R", "pxkiHLSToRGB_32f_AC4R"},
          "H in 0..360, float pixels"},
         {"opencv/cvtColor_RGB2Luv_32FC3", Layout::C3F32, Layout::C3F32, Content::Rgb,
-         cvtColorFloatsInto<cv::COLOR_RGB2Luv, 3>,
+         cvtSamplesInto<cv::COLOR_RGB2Luv, CV_32F, 3>,
          {"pxkiRGBToLUV_32f_C3R", "pxkiBGRToLUV_32f_C3R"},
          "sRGB gamma applied, float cube root"},
         {"opencv/cvtColor_RGB2Luv_32FC4to3", Layout::AC4F32, Layout::C3F32, Content::Rgb,
-         cvtColorFloatsInto<cv::COLOR_RGB2Luv, 3>,
+         cvtSamplesInto<cv::COLOR_RGB2Luv, CV_32F, 3>,
          {"pxkiRGBToLUV_32f_AC4R"},
          "sRGB gamma applied, 3-float output pixels"},
         {"opencv/cvtColor_Luv2RGB_32FC3", Layout::C3F32, Layout::C3F32, Content::Rgb,
-         cvtColorFloatsInto<cv::COLOR_Luv2RGB, 3>,
+         cvtSamplesInto<cv::COLOR_Luv2RGB, CV_32F, 3>,
          {"pxkiLUVToRGB_32f_C3R", "pxkiLUVToBGR_32f_C3R"},
          "sRGB gamma applied"},
         {"opencv/cvtColor_Luv2RGB_32FC3to4", Layout::C3F32, Layout::AC4F32, Content::Rgb,
-         cvtColorFloatsInto<cv::COLOR_Luv2RGB, 4>,
+         cvtSamplesInto<cv::COLOR_Luv2RGB, CV_32F, 4>,
          {"pxkiLUVToRGB_32f_AC4R"},
          "sRGB gamma applied, 3-float input pixels, writes alpha"},
         {"opencv/cvtColor_RGB2Luv_8UC3", Layout::C3, Layout::C3, Content::Rgb,

@@ -29,6 +29,7 @@ the same arrays, so they do not).
 import concurrent.futures
 import math
 import os
+import threading
 import warnings
 
 from . import statuses
@@ -106,6 +107,21 @@ def strip_bounds(height, rows, strips, strip_rows=None):
     return bounds or [(0, height)]
 
 
+# One pool a worker count, started on first use and kept: starting and joining threads
+# on every call costs more than the strips of a large image gain.
+_pools = {}
+_pools_lock = threading.Lock()
+
+
+def _pool(workers):
+    with _pools_lock:
+        pool = _pools.get(workers)
+        if pool is None:
+            pool = concurrent.futures.ThreadPoolExecutor(max_workers=workers, thread_name_prefix="pxkcc-strips")
+            _pools[workers] = pool
+        return pool
+
+
 def convert_in_strips(function, *args, workers=None, strip_rows=None, executor=None, dst=None, alpha=None,
                       size=None):
     """Calls `function` (a pxkcc function, or an export's name) as one call would, with
@@ -113,7 +129,8 @@ def convert_in_strips(function, *args, workers=None, strip_rows=None, executor=N
     one call returns.
 
     `workers` threads (the processor count by default) run the strips, in a
-    ``concurrent.futures.ThreadPoolExecutor`` of their own, or on `executor` if given.
+    ``concurrent.futures.ThreadPoolExecutor`` the package keeps for that count, or on
+    `executor` if given.
     `strip_rows` sets the height of a strip (rounded up to the sampling's rows);
     by default the image is cut into one strip a worker. An error status of any strip
     raises as from one call (the first strip's first); each warning status is issued
@@ -130,8 +147,7 @@ def convert_in_strips(function, *args, workers=None, strip_rows=None, executor=N
     elif executor is not None:
         results = list(executor.map(lambda b: bound.invoke(*b), bounds))
     else:
-        with concurrent.futures.ThreadPoolExecutor(max_workers=min(workers, len(bounds))) as pool:
-            results = list(pool.map(lambda b: bound.invoke(*b), bounds))
+        results = list(_pool(workers).map(lambda b: bound.invoke(*b), bounds))
     codes = [status for status, _ in results]
     for status in codes:
         if status < 0:
