@@ -43,8 +43,8 @@ struct Floats3 {
 
 // How the results of a float form go back to integers: truncated, or rounded by the
 // current rounding mode; then saturated (by the layout's store) or reduced to their low
-// 8 bits.
-enum class ToInteger { TruncateSaturate, RoundLowByte };
+// 8 bits (truncated values of any size).
+enum class ToInteger { TruncateSaturate, RoundLowByte, TruncateLowByte };
 
 // A three-channel float form applied to a block of 16-bit lanes: each half of the
 // lanes widened, converted by Form::apply(Floats3<F>) -> Floats3<F>, and brought back
@@ -59,9 +59,13 @@ PXK_INLINE Lanes3<V> applyToHalves(const Lanes3<V>& v) {
     for (int c = 0; c < 3; ++c) {
         if constexpr (Form::kToInteger == ToInteger::TruncateSaturate) {
             out.c[c] = truncatedLanes<V>(lower.c[c], upper.c[c]);
-        } else {
+        } else if constexpr (Form::kToInteger == ToInteger::RoundLowByte) {
             // The rounded values fit 16 bits, so the pack keeps their low byte.
             out.c[c] = and_(packs32(roundToInt(lower.c[c]), roundToInt(upper.c[c])), splat16<V>(0x00FF));
+        } else {
+            // Low bytes taken before the pack, so that no value is saturated.
+            const V low = splat32<V>(0xFF);
+            out.c[c] = packs32(and_(truncToInt(lower.c[c]), low), and_(truncToInt(upper.c[c]), low));
         }
     }
     return out;

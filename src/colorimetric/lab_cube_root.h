@@ -1,6 +1,7 @@
 // The cube roots of the Lab forward curve: the double power routine with the exponent
 // 0.3333333333333333 (not exactly a third), a double in and a double out; the float
-// kernels narrow the result to float.
+// kernels narrow the result to float. The 8-bit LUV forward kernel takes the same
+// narrowed root of its Y.
 //
 // The float kernels take a shorter way that gives the same float. For an argument in
 // [2^-7, 2) (all that the curve sees above its threshold, up to 1 and a little beyond

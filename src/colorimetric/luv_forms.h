@@ -11,9 +11,9 @@
 #include <utility>
 
 #include "colorimetric/float_columns.h"
+#include "colorimetric/lab_cube_root.h"
 #include "frame/pixel_block.h"
 #include "frame/vec_float.h"
-#include "twist_gamma/power_scalar.h"
 
 namespace pxk {
 namespace colorimetric {
@@ -298,18 +298,24 @@ struct Inverse {
 };
 
 // ---------------------------------------------------------------------------------
-// Forward, 8-bit: one pixel at a time in single precision, the cube root by the double
-// power routine (narrowed to float), true divisions; the results' low 8 bits
+// Forward, 8-bit: single precision, the cube root by the double power routine
+// (narrowed to float), true divisions; the results' low 8 bits. Every column takes the
+// same arithmetic: the vector form runs it eight or sixteen pixels at a time (its
+// divisions are the scalar ones, lane by lane, and the cube roots are taken lane by
+// lane), and the scalar twin takes the columns past the last whole block.
 // ---------------------------------------------------------------------------------
+
+// L of a Y in 0..1.
+PXK_INLINE float forward8uLightness(float y) {
+    return y > UnitRange::kThreshold ? 116.0f * lab::labCubeRoot(y) - 16.0f : 903.3f * y;
+}
 
 struct Forward8u {
     PXK_INLINE static uint8_t lowByte(float v) { return static_cast<uint8_t>(static_cast<uint32_t>(truncToInt32(v)) & 0xFFu); }
     PXK_INLINE static Pixel3 apply(Pixel3 p) {
         const float rgb[3] = {float(p.c[0]), float(p.c[1]), float(p.c[2])};
         const float x = matrixRow(kToXyz[0], rgb) / 255.0f, y = matrixRow(kToXyz[1], rgb) / 255.0f;
-        const float l = y > UnitRange::kThreshold
-                            ? 116.0f * static_cast<float>(pxkScalarPow(static_cast<double>(y), 0.3333333333333333)) - 16.0f
-                            : 903.3f * y;
+        const float l = forward8uLightness(y);
         float u = 0.0f, v = 0.0f;
         if (y != 0.0f) {
             const float z = matrixRow(kToXyz[2], rgb) / 255.0f;
@@ -320,6 +326,41 @@ struct Forward8u {
         const float l13 = 13.0f * l;
         return Pixel3{{lowByte((255.0f * l) / 100.0f), lowByte(((l13 * (u - kUn) + 134.0f) * 255.0f) / 354.0f + 0.5f),
                        lowByte(((l13 * (v - kVn) + 140.0f) * 255.0f) / 262.0f + 0.5f)}};
+    }
+};
+
+// The vector twin of Forward8u. Black (Y exactly 0) divides 0 by 0 in its lanes; the
+// mask then gives u and v of 0 there, as the scalar form does.
+struct Forward8uForm {
+    static constexpr ToInteger kToInteger = ToInteger::TruncateLowByte;
+    template <class F>
+    PXK_INLINE static Floats3<F> apply(const Floats3<F>& rgb) {
+        const F k255 = splatF<F>(255.0f);
+        const F x = divF(matrixRow(kToXyz[0], rgb), k255), y = divF(matrixRow(kToXyz[1], rgb), k255);
+        constexpr int kLanes = sizeof(F) / 4;
+        alignas(32) float lanes[kLanes];
+        storeF(lanes, y);
+        PXK_UNROLL
+        for (int j = 0; j < kLanes; ++j) lanes[j] = forward8uLightness(lanes[j]);
+        const F l = loadF<F>(lanes);
+        const F z = divF(matrixRow(kToXyz[2], rgb), k255);
+        const F d = addF(addF(mulF(z, splatF<F>(3.0f)), x), mulF(splatF<F>(15.0f), y));
+        const F lit = notEqualF(y, zeroF<F>());
+        const F u = andF(lit, divF(mulF(splatF<F>(4.0f), x), d));
+        const F v = andF(lit, divF(mulF(splatF<F>(9.0f), y), d));
+        const F l13 = mulF(splatF<F>(13.0f), l);
+        const auto code = [&](F c, float offset, float range) PXK_LAMBDA_INLINE {
+            const F scaled = mulF(addF(mulF(l13, c), splatF<F>(offset)), splatF<F>(255.0f));
+            return addF(divF(scaled, splatF<F>(range)), splatF<F>(0.5f));
+        };
+        return Floats3<F>{{divF(mulF(splatF<F>(255.0f), l), splatF<F>(100.0f)),
+                           code(subF(u, splatF<F>(kUn)), 134.0f, 354.0f), code(subF(v, splatF<F>(kVn)), 140.0f, 262.0f)}};
+    }
+};
+struct Forward8uBlock {
+    template <class V>
+    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
+        return applyToHalves<Forward8uForm>(v);
     }
 };
 
