@@ -179,11 +179,15 @@ struct GroupOf<vec::F256> {
     static constexpr int32_t kPixels = 8;
     template <class S, int Channels>
     PXK_INLINE static Floats3<vec::F256> load(const typename S::T* p) {
-        const Floats3<F128> lo = loadGroup<S, Channels>(p), hi = loadGroup<S, Channels>(p + 4 * Channels);
-        Floats3<vec::F256> r;
-        PXK_UNROLL
-        for (int c = 0; c < 3; ++c) r.c[c] = _mm256_set_m128(hi.c[c], lo.c[c]);
-        return r;
+        const auto load4 = [](const typename S::T* q) PXK_LAMBDA_INLINE { return S::load4(q); };
+        if constexpr (Channels == 3) {
+            const quads::ChannelsOf3<vec::F256> c = quads::loadC3x8(load4, p);
+            return Floats3<vec::F256>{{c.c[0], c.c[1], c.c[2]}};
+        } else {
+            vec::F256 v[4];
+            quads::loadC4x8(load4, p, v);
+            return Floats3<vec::F256>{{v[0], v[1], v[2]}};
+        }
     }
 };
 #endif
@@ -193,7 +197,15 @@ struct GroupOf<vec::F256> {
 template <class S, int Channels, class Form, class F>
 PXK_INLINE void convertGroup(const typename S::T* p, typename S::T* q) {
     const Floats3<F> r = Form::apply(GroupOf<F>::template load<S, Channels>(p));
-    if constexpr (Form::kRounding == Rounding::None) {
+    if constexpr (Form::kRounding == Rounding::None && sizeof(F) == 32) {
+#if defined(PXKCC_TARGET_AVX2)
+        if constexpr (Channels == 3) {
+            quads::storeC3x8(q, r.c);
+        } else {
+            quads::storeAC4x8<quads::FourthFloat::Masked>(q, r.c);
+        }
+#endif
+    } else if constexpr (Form::kRounding == Rounding::None) {
         PXK_UNROLL
         for (int i = 0; i < GroupOf<F>::kPixels / 4; ++i) {
             const F128 c[3] = {quarterOf(r.c[0], i), quarterOf(r.c[1], i), quarterOf(r.c[2], i)};

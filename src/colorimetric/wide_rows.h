@@ -110,8 +110,15 @@ PXK_INLINE V128 highLane(V256 v) { return _mm256_extracti128_si256(v, 1); }
 // high lane.
 template <int Channels, class T>
 PXK_INLINE Floats3<F256> loadGroups(const T* p) {
-    const Floats3<F128> a = loadGroup<Channels>(p), b = loadGroup<Channels>(p + 4 * Channels);
-    return Floats3<F256>{{joinLanes(a.c[0], b.c[0]), joinLanes(a.c[1], b.c[1]), joinLanes(a.c[2], b.c[2])}};
+    const auto four = [](const T* q) PXK_LAMBDA_INLINE { return load4(q); };
+    if constexpr (Channels == 3) {
+        const quads::ChannelsOf3<F256> c = quads::loadC3x8(four, p);
+        return Floats3<F256>{{c.c[0], c.c[1], c.c[2]}};
+    } else {
+        F256 v[4];
+        quads::loadC4x8(four, p, v);
+        return Floats3<F256>{{v[0], v[1], v[2]}};
+    }
 }
 template <class W>
 PXK_INLINE auto laneOf(const W& r, bool high) {
@@ -125,6 +132,15 @@ template <int Channels, class T, class Result>
 PXK_INLINE void storeGroups(T* p, const Result& r) {
     storeGroup<Channels>(p, laneOf(r, false));
     storeGroup<Channels>(p + 4 * Channels, laneOf(r, true));
+}
+// Float results: whole vectors; AC4 destinations' fourth floats are not written.
+template <int Channels>
+PXK_INLINE void storeGroups(float* p, const Floats3<F256>& r) {
+    if constexpr (Channels == 3) {
+        quads::storeC3x8(p, r.c);
+    } else {
+        quads::storeAC4x8<quads::FourthFloat::Masked>(p, r.c);
+    }
 }
 #endif
 
