@@ -132,11 +132,15 @@ PXK_VEC_FCMP(unorderedF, _mm_cmpunord_ps, _CMP_UNORD_Q)
 #undef PXK_VEC_FOP1
 #undef PXK_VEC_FOP2
 
-// Lanes of a where mask is all ones, of b where it is zero (bit by bit).
-template <class F>
-PXK_INLINE F selectF(F mask, F a, F b) {
-    return orF(andF(mask, a), andNotF(mask, b));
-}
+// Lanes of a where mask is all ones, of b where it is zero. Every lane of the mask is
+// all ones or all zeros (compare results and their and/or): the avx2 build takes the
+// blend that reads each lane's top bit, the sse2 build selects bit by bit.
+#if defined(PXKCC_TARGET_AVX2)
+PXK_INLINE F128 selectF(F128 mask, F128 a, F128 b) { return _mm_blendv_ps(b, a, mask); }
+PXK_INLINE F256 selectF(F256 mask, F256 a, F256 b) { return _mm256_blendv_ps(b, a, mask); }
+#else
+PXK_INLINE F128 selectF(F128 mask, F128 a, F128 b) { return orF(andF(mask, a), andNotF(mask, b)); }
+#endif
 
 PXK_INLINE F128 zeroF128() { return _mm_setzero_ps(); }
 template <class F>
