@@ -124,15 +124,15 @@ struct RgbToHls8uTail {
 
 // One colour channel from its hue position x in degrees, by the multiplication with
 // one sixtieth: rising below 60, m2 up to 180, falling up to 240, m1 above.
+// The rising and the falling edge are one formula of the distance from the nearer end,
+// x below 60 and 240 - x above, so each lane works it once.
 template <class F>
 PXK_INLINE F hueChannelVector(F x, F m1, F m2) {
-    const F spread = subF(m2, m1);
-    const F sixtieth = splatF<F>(kOneSixtieth);
-    const F rising = addF(mulF(mulF(x, sixtieth), spread), m1);
-    const F falling = addF(mulF(mulF(subF(splatF<F>(240.0f), x), sixtieth), spread), m1);
-    F v = selectF(lessF(x, splatF<F>(240.0f)), falling, m1);
-    v = selectF(lessF(x, splatF<F>(180.0f)), m2, v);
-    return selectF(lessF(x, splatF<F>(60.0f)), rising, v);
+    const F below60 = lessF(x, splatF<F>(60.0f));
+    const F edge = selectF(below60, x, subF(splatF<F>(240.0f), x));
+    const F ramp = addF(mulF(mulF(edge, splatF<F>(kOneSixtieth)), subF(m2, m1)), m1);
+    const F v = selectF(lessF(x, splatF<F>(240.0f)), ramp, m1);
+    return selectF(andNotF(below60, lessF(x, splatF<F>(180.0f))), m2, v);
 }
 
 PXK_INLINE float hueChannelScalar(float x, float m1, float m2) {
