@@ -21,6 +21,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "frame/vec_float.h"
 #include "twist_gamma/power_scalar.h"
 
 namespace pxk {
@@ -102,6 +103,162 @@ PXK_INLINE float labCubeRoot(float v) {
         if (!cube_root::nearNarrowingPoint(root)) return static_cast<float>(root);
     }
     return static_cast<float>(pxkScalarPow(static_cast<double>(v), kCubeRootExponent));
+}
+
+// ---------------------------------------------------------------------------------
+// The same roots for a vector of floats: the short way in double lanes (the same
+// operations in the same order, so the same doubles), narrowed to float; the lanes
+// that `wanted` marks and the short way does not serve (outside its range, or within
+// the band of a narrowing point) go to labCubeRoot one by one. Other lanes give
+// unspecified values.
+// ---------------------------------------------------------------------------------
+
+namespace cube_root {
+
+using vec::D128;
+using vec::F128;
+using vec::V128;
+
+// The doubles of the lower and the upper half of a vector's lanes (floats, or 32-bit
+// integers).
+PXK_INLINE void widen(F128 v, D128 out[2]) {
+    out[0] = _mm_cvtps_pd(v);
+    out[1] = _mm_cvtps_pd(_mm_movehl_ps(v, v));
+}
+PXK_INLINE void widen(V128 v, D128 out[2]) {
+    out[0] = _mm_cvtepi32_pd(v);
+    out[1] = _mm_cvtepi32_pd(_mm_unpackhi_epi64(v, v));
+}
+// Two vectors of doubles narrowed to the floats of one vector, lower half first.
+PXK_INLINE F128 narrow(const D128 d[2]) { return _mm_movelh_ps(_mm_cvtpd_ps(d[0]), _mm_cvtpd_ps(d[1])); }
+// Column `Field` (0: inverse, 1: root) of the table rows that the 32-bit lanes of
+// `rows` index, lower and upper half.
+template <int Field>
+PXK_INLINE void rowColumn(V128 rows, D128 out[2]) {
+    alignas(16) int32_t i[4];
+    _mm_store_si128(reinterpret_cast<__m128i*>(i), rows);
+    const double* base = &kTable.row[0].inverse + Field;
+    out[0] = _mm_set_pd(base[2 * i[1]], base[2 * i[0]]);
+    out[1] = _mm_set_pd(base[2 * i[3]], base[2 * i[2]]);
+}
+PXK_INLINE void exponentColumn(V128 k, D128 out[2]) {
+    alignas(16) int32_t i[4];
+    _mm_store_si128(reinterpret_cast<__m128i*>(i), k);
+    out[0] = _mm_set_pd(kTable.exponentRoot[i[1]], kTable.exponentRoot[i[0]]);
+    out[1] = _mm_set_pd(kTable.exponentRoot[i[3]], kTable.exponentRoot[i[2]]);
+}
+#if defined(PXKCC_TARGET_AVX2)
+using vec::D256;
+using vec::F256;
+using vec::V256;
+PXK_INLINE void widen(F256 v, D256 out[2]) {
+    out[0] = _mm256_cvtps_pd(_mm256_castps256_ps128(v));
+    out[1] = _mm256_cvtps_pd(_mm256_extractf128_ps(v, 1));
+}
+PXK_INLINE void widen(V256 v, D256 out[2]) {
+    out[0] = _mm256_cvtepi32_pd(_mm256_castsi256_si128(v));
+    out[1] = _mm256_cvtepi32_pd(_mm256_extracti128_si256(v, 1));
+}
+PXK_INLINE F256 narrow(const D256 d[2]) {
+    return _mm256_set_m128(_mm256_cvtpd_ps(d[1]), _mm256_cvtpd_ps(d[0]));
+}
+template <int Field>
+PXK_INLINE void rowColumn(V256 rows, D256 out[2]) {
+    const double* base = &kTable.row[0].inverse + Field;
+    const V256 at = vec::add32(rows, rows);  // two doubles a row
+    out[0] = _mm256_i32gather_pd(base, _mm256_castsi256_si128(at), 8);
+    out[1] = _mm256_i32gather_pd(base, _mm256_extracti128_si256(at, 1), 8);
+}
+PXK_INLINE void exponentColumn(V256 k, D256 out[2]) {
+    out[0] = _mm256_i32gather_pd(kTable.exponentRoot, _mm256_castsi256_si128(k), 8);
+    out[1] = _mm256_i32gather_pd(kTable.exponentRoot, _mm256_extracti128_si256(k, 1), 8);
+}
+#endif
+
+template <class F>
+struct DoublesFor {
+    using type = D128;
+};
+#if defined(PXKCC_TARGET_AVX2)
+template <>
+struct DoublesFor<F256> {
+    using type = D256;
+};
+#endif
+
+// The short way of shortCubeRoot over double lanes: x, the row's inverse and root,
+// the exponent's root and m, each as in the scalar form.
+template <class D>
+PXK_INLINE D shortCubeRoot(D x, D inverse, D root, D exponentRoot, D m) {
+    using namespace vec;
+    const D one = splatD<D>(1.0), third = splatD<D>(1.0 / 3.0);
+    const D d = subD(mulD(m, inverse), one);
+    D r = mulD(mulD(root, subD(one, mulD(d, subD(third, mulD(d, splatD<D>(2.0 / 9.0)))))), exponentRoot);
+    r = addD(r, mulD(mulD(r, subD(one, mulD(mulD(mulD(x, r), r), r))), third));
+    return mulD(mulD(x, r), r);
+}
+
+// Bit i set where double lane i lies within the band of a narrowing point (as
+// nearNarrowingPoint; the masked value is below 2^28, so each lane's low 32 bits
+// decide, and the shift brings their compare to the lane's top bit).
+PXK_INLINE int nearNarrowingPoints(D128 v) {
+    const V128 t = _mm_and_si128(_mm_add_epi64(_mm_castpd_si128(v), _mm_set1_epi64x(int64_t{kBand})),
+                                 _mm_set1_epi64x(0x0FFFFFFF));
+    const V128 below = _mm_cmpgt_epi32(_mm_set1_epi64x(int64_t{2 * kBand}), t);
+    return _mm_movemask_pd(_mm_castsi128_pd(_mm_slli_epi64(below, 32)));
+}
+PXK_INLINE int signBits(F128 v) { return _mm_movemask_ps(v); }
+#if defined(PXKCC_TARGET_AVX2)
+PXK_INLINE int nearNarrowingPoints(D256 v) {
+    const V256 t = _mm256_and_si256(_mm256_add_epi64(_mm256_castpd_si256(v), _mm256_set1_epi64x(int64_t{kBand})),
+                                    _mm256_set1_epi64x(0x0FFFFFFF));
+    const V256 below = _mm256_cmpgt_epi32(_mm256_set1_epi64x(int64_t{2 * kBand}), t);
+    return _mm256_movemask_pd(_mm256_castsi256_pd(_mm256_slli_epi64(below, 32)));
+}
+PXK_INLINE int signBits(F256 v) { return _mm256_movemask_ps(v); }
+#endif
+
+}  // namespace cube_root
+
+template <class F>
+PXK_INLINE F labCubeRootLanes(F v, F wanted) {
+    using namespace vec;
+    using V = decltype(bitsOf(F{}));
+    constexpr int kLanes = sizeof(F) / 4;
+    // Lanes outside the short way's range work on 1.0 instead, so that every index
+    // stays in its table; their results are replaced below.
+    const V offset = sub32(bitsOf(v), splat32<V>(int32_t(cube_root::kLowestBits)));
+    const V inRange = andNot(greater32(zero<V>(), offset),
+                             greater32(splat32<V>(int32_t(cube_root::kEndBits - cube_root::kLowestBits)), offset));
+    const V bits = bitsOf(selectF(floatsOf(inRange), v, splatF<F>(1.0f)));
+    const V exponentIndex = sub32(splat32<V>(127), srli32<23>(bits));
+    const V mantissa = and_(bits, splat32<V>(0x7FFFFF));
+    const V rows = srli32<17>(add32(mantissa, splat32<V>(0x10000)));
+    using D = typename cube_root::DoublesFor<F>::type;
+    D x[2], inverse[2], root[2], exponentRoot[2], m[2], r[2];
+    cube_root::widen(floatsOf(bits), x);
+    cube_root::rowColumn<0>(rows, inverse);
+    cube_root::rowColumn<1>(rows, root);
+    cube_root::exponentColumn(exponentIndex, exponentRoot);
+    cube_root::widen(mantissa, m);
+    PXK_UNROLL
+    for (int i = 0; i < 2; ++i) {
+        m[i] = addD(splatD<D>(1.0), mulD(m[i], splatD<D>(1.0 / 8388608.0)));
+        r[i] = cube_root::shortCubeRoot(x[i], inverse[i], root[i], exponentRoot[i], m[i]);
+    }
+    F out = cube_root::narrow(r);
+    const int near = cube_root::nearNarrowingPoints(r[0]) | (cube_root::nearNarrowingPoints(r[1]) << (kLanes / 2));
+    const int redo = (near | ~cube_root::signBits(floatsOf(inRange))) & cube_root::signBits(wanted);
+    if (redo != 0) {
+        alignas(32) float in[kLanes], lanes[kLanes];
+        storeF(in, v);
+        storeF(lanes, out);
+        for (int j = 0; j < kLanes; ++j) {
+            if (redo & (1 << j)) lanes[j] = labCubeRoot(in[j]);
+        }
+        out = loadF<F>(lanes);
+    }
+    return out;
 }
 
 }  // namespace lab

@@ -329,20 +329,18 @@ struct Forward8u {
     }
 };
 
-// The vector twin of Forward8u. Black (Y exactly 0) divides 0 by 0 in its lanes; the
-// mask then gives u and v of 0 there, as the scalar form does.
+// The vector twin of Forward8u, with the cube roots of labCubeRootLanes. Black (Y
+// exactly 0) divides 0 by 0 in its lanes; the mask then gives u and v of 0 there, as
+// the scalar form does.
 struct Forward8uForm {
     static constexpr ToInteger kToInteger = ToInteger::TruncateLowByte;
     template <class F>
     PXK_INLINE static Floats3<F> apply(const Floats3<F>& rgb) {
         const F k255 = splatF<F>(255.0f);
         const F x = divF(matrixRow(kToXyz[0], rgb), k255), y = divF(matrixRow(kToXyz[1], rgb), k255);
-        constexpr int kLanes = sizeof(F) / 4;
-        alignas(32) float lanes[kLanes];
-        storeF(lanes, y);
-        PXK_UNROLL
-        for (int j = 0; j < kLanes; ++j) lanes[j] = forward8uLightness(lanes[j]);
-        const F l = loadF<F>(lanes);
+        const F curve = lessF(splatF<F>(UnitRange::kThreshold), y);
+        const F root = lab::labCubeRootLanes(y, curve);
+        const F l = selectF(curve, subF(mulF(splatF<F>(116.0f), root), splatF<F>(16.0f)), mulF(splatF<F>(903.3f), y));
         const F z = divF(matrixRow(kToXyz[2], rgb), k255);
         const F d = addF(addF(mulF(z, splatF<F>(3.0f)), x), mulF(splatF<F>(15.0f), y));
         const F lit = notEqualF(y, zeroF<F>());
