@@ -198,25 +198,25 @@ PXK_INLINE D shortCubeRoot(D x, D inverse, D root, D exponentRoot, D m) {
     return mulD(mulD(x, r), r);
 }
 
+PXK_INLINE int signBits(F128 v) { return _mm_movemask_ps(v); }
+PXK_INLINE int signBits(D128 v) { return _mm_movemask_pd(v); }
+#if defined(PXKCC_TARGET_AVX2)
+PXK_INLINE int signBits(F256 v) { return _mm256_movemask_ps(v); }
+PXK_INLINE int signBits(D256 v) { return _mm256_movemask_pd(v); }
+#endif
+
 // Bit i set where double lane i lies within the band of a narrowing point (as
 // nearNarrowingPoint; the masked value is below 2^28, so each lane's low 32 bits
 // decide, and the shift brings their compare to the lane's top bit).
-PXK_INLINE int nearNarrowingPoints(D128 v) {
-    const V128 t = _mm_and_si128(_mm_add_epi64(_mm_castpd_si128(v), _mm_set1_epi64x(int64_t{kBand})),
-                                 _mm_set1_epi64x(0x0FFFFFFF));
-    const V128 below = _mm_cmpgt_epi32(_mm_set1_epi64x(int64_t{2 * kBand}), t);
-    return _mm_movemask_pd(_mm_castsi128_pd(_mm_slli_epi64(below, 32)));
+template <class D>
+PXK_INLINE int nearNarrowingPoints(D v) {
+    using namespace vec;
+    using V = BitsOfD<D>;
+    const auto splat64 = [](uint64_t u) { return splat32Pattern<V>(int32_t(u), 0, int32_t(u), 0); };
+    const V t = and_(add64(bitsOfD(v), splat64(kBand)), splat64(0x0FFFFFFF));
+    const V below = greater32(splat64(2 * kBand), t);
+    return signBits(doublesOf(slli64<32>(below)));
 }
-PXK_INLINE int signBits(F128 v) { return _mm_movemask_ps(v); }
-#if defined(PXKCC_TARGET_AVX2)
-PXK_INLINE int nearNarrowingPoints(D256 v) {
-    const V256 t = _mm256_and_si256(_mm256_add_epi64(_mm256_castpd_si256(v), _mm256_set1_epi64x(int64_t{kBand})),
-                                    _mm256_set1_epi64x(0x0FFFFFFF));
-    const V256 below = _mm256_cmpgt_epi32(_mm256_set1_epi64x(int64_t{2 * kBand}), t);
-    return _mm256_movemask_pd(_mm256_castsi256_pd(_mm256_slli_epi64(below, 32)));
-}
-PXK_INLINE int signBits(F256 v) { return _mm256_movemask_ps(v); }
-#endif
 
 }  // namespace cube_root
 
