@@ -163,6 +163,59 @@ struct LabTo16u {
 };
 
 // ---------------------------------------------------------------------------------
+// Forward over vectors of floats: every lane as labOfXyz, the cube roots by
+// labCubeRootLanes for the lanes above the threshold, the linear foot for the others.
+// ---------------------------------------------------------------------------------
+
+template <class F>
+PXK_INLINE Lab<F> labOfXyzLanes(F x, F y, F z) {
+    using C = Curve<float>;
+    const F threshold = splatF<F>(C::kThreshold);
+    const auto curve = [&](F v, F above, F root) PXK_LAMBDA_INLINE {
+        return selectF(above, root, addF(mulF(splatF<F>(C::kSlope), v), splatF<F>(C::kOffset)));
+    };
+    const F aboveX = lessF(threshold, x), aboveY = lessF(threshold, y), aboveZ = lessF(threshold, z);
+    const F rootY = labCubeRootLanes(y, aboveY);
+    const F fy = curve(y, aboveY, rootY);
+    const F l = selectF(aboveY, subF(mulF(splatF<F>(116.0f), rootY), splatF<F>(16.0f)), mulF(splatF<F>(C::kScale), y));
+    const F fx = curve(x, aboveX, labCubeRootLanes(x, aboveX));
+    const F fz = curve(z, aboveZ, labCubeRootLanes(z, aboveZ));
+    return Lab<F>{l, mulF(splatF<F>(500.0f), subF(fx, fy)), mulF(splatF<F>(200.0f), subF(fy, fz))};
+}
+
+// 8-bit RGB to 8-bit Lab codes: the vector form (all columns alike, so any block
+// split gives the same bytes) and its scalar twin.
+struct ToLab8uForm {
+    static constexpr ToInteger kToInteger = ToInteger::TruncateLowByte;
+    template <class F>
+    PXK_INLINE static Floats3<F> apply(const Floats3<F>& rgb) {
+        // matrixRow's sums, blue term first.
+        const auto row = [&](int i) PXK_LAMBDA_INLINE {
+            const auto& k = ForwardMatrix<float>::k[i];
+            return addF(addF(mulF(splatF<F>(k[2]), rgb.c[2]), mulF(splatF<F>(k[1]), rgb.c[1])),
+                        mulF(splatF<F>(k[0]), rgb.c[0]));
+        };
+        const Lab<F> v = labOfXyzLanes(divF(row(0), splatF<F>(kDivisor8uX)), divF(row(1), splatF<F>(kDivisor8uY)),
+                                       divF(row(2), splatF<F>(kDivisor8uZ)));
+        return Floats3<F>{{addF(divF(mulF(v.l, splatF<F>(255.0f)), splatF<F>(100.0f)), splatF<F>(0.5f)),
+                           addF(v.a, splatF<F>(128.5f)), addF(v.b, splatF<F>(128.5f))}};
+    }
+};
+struct ToLab8uBlock {
+    template <class V>
+    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
+        return applyToHalves<ToLab8uForm>(v);
+    }
+};
+struct ToLab8uPixel {
+    PXK_INLINE static Pixel3 apply(Pixel3 p) {
+        uint8_t out[3];
+        LabTo8u::store(labOfRgb8u(p.c[0], p.c[1], p.c[2]), out);
+        return Pixel3{{out[0], out[1], out[2]}};
+    }
+};
+
+// ---------------------------------------------------------------------------------
 // Backward
 // ---------------------------------------------------------------------------------
 

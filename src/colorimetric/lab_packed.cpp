@@ -30,13 +30,15 @@ PxkResult convertRows(const Src* pSrc, int32_t srcStep, Dst* pDst, int32_t dstSt
 
 extern "C" {
 
+// 8-bit codes: blocks of eight or sixteen pixels in float lanes, the scalar twin past
+// the last whole block (every column takes the same arithmetic).
 PxkResult pxkiRGBToLab_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
                               PxkSize roiSize) {
-    return convertRows(pSrc, srcStep, pDst, dstStep, roiSize, rgbToLab8uRow<Order::Rgb, LabTo8u>);
+    return convertPackedC3<MemberColumns<ToLab8uBlock, ToLab8uPixel, 8>>(pSrc, srcStep, pDst, dstStep, roiSize);
 }
 PxkResult pxkiBGRToLab_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
                               PxkSize roiSize) {
-    return convertRows(pSrc, srcStep, pDst, dstStep, roiSize, rgbToLab8uRow<Order::Bgr, LabTo8u>);
+    return convertPackedC3<MemberColumns<ToLab8uBlock, ToLab8uPixel, 8, true>>(pSrc, srcStep, pDst, dstStep, roiSize);
 }
 PxkResult pxkiBGRToLab_8u16u_C3R(const uint8_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep,
                                  PxkSize roiSize) {
