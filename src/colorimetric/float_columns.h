@@ -71,6 +71,15 @@ PXK_INLINE Lanes3<V> applyToHalves(const Lanes3<V>& v) {
     return out;
 }
 
+// A block form of 16-bit lanes that applies the float Form to each half.
+template <class Form>
+struct HalvesBlock {
+    template <class V>
+    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
+        return applyToHalves<Form>(v);
+    }
+};
+
 // The processor's approximate reciprocal refined once, 2 r - x r r, in that order.
 PXK_INLINE float refinedReciprocal(float x) {
     const float r = approxReciprocal(x);

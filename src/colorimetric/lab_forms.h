@@ -201,12 +201,7 @@ struct ToLab8uForm {
                            addF(v.a, splatF<F>(128.5f)), addF(v.b, splatF<F>(128.5f))}};
     }
 };
-struct ToLab8uBlock {
-    template <class V>
-    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
-        return applyToHalves<ToLab8uForm>(v);
-    }
-};
+using ToLab8uBlock = HalvesBlock<ToLab8uForm>;
 struct ToLab8uPixel {
     PXK_INLINE static Pixel3 apply(Pixel3 p) {
         uint8_t out[3];

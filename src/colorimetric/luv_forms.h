@@ -355,12 +355,7 @@ struct Forward8uForm {
                            code(subF(u, splatF<F>(kUn)), 134.0f, 354.0f), code(subF(v, splatF<F>(kVn)), 140.0f, 262.0f)}};
     }
 };
-struct Forward8uBlock {
-    template <class V>
-    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
-        return applyToHalves<Forward8uForm>(v);
-    }
-};
+using Forward8uBlock = HalvesBlock<Forward8uForm>;
 
 // Where L < 9e-05: all ones (the pixel is black).
 template <class F>

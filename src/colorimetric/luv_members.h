@@ -201,12 +201,7 @@ struct FromLuv8uForm {
         return InverseToRange<Mapping8>::apply(luv);
     }
 };
-struct FromLuv8uBlock {
-    template <class V>
-    PXK_INLINE static Lanes3<V> apply(const Lanes3<V>& v) {
-        return applyToHalves<FromLuv8uForm>(v);
-    }
-};
+using FromLuv8uBlock = HalvesBlock<FromLuv8uForm>;
 struct FromLuv8uTail {
     PXK_INLINE static Pixel3 apply(Pixel3 p) {
         const float samples[3] = {float(p.c[0]), float(p.c[1]), float(p.c[2])};
