@@ -57,19 +57,25 @@ PXK_INLINE void transposeTo4(const Group<V, 1>& g, V fourth, V q[4]) {
     q[3] = unpackhi32(hi01, hi23);
 }
 
-// Two pixels of three 16-bit samples (words 0-5) spread to four words a pixel.
+// One round of the three-way split: a's low half with b's high half, a's high half
+// with c's low half, b's low half with c's high half, each pair word by word. Three
+// rounds take 24 words of eight pixels to their three channels.
 template <class V>
-PXK_INLINE V spreadPair(V p) {
-    return shuffle2x32<_MM_SHUFFLE(3, 2, 1, 0)>(p, bytesUp<2>(p));
+PXK_INLINE void splitRound16(V& a, V& b, V& c) {
+    const V cSwapped = shuffle32<_MM_SHUFFLE(1, 0, 3, 2)>(c);
+    const V na = unpacklo16(a, bytesDown<8>(b));
+    const V nb = unpackhi16(a, cSwapped);
+    c = unpacklo16(b, cSwapped);
+    a = na;
+    b = nb;
 }
 
 // Eight pixels of three 16-bit samples (48 bytes a lane: a, b, c) to channels.
 template <class V>
 PXK_INLINE Group<V, 1> splitThree16(V a, V b, V c) {
-    const V p23 = or_(bytesDown<12>(a), bytesUp<4>(b));
-    const V p45 = or_(bytesDown<8>(b), bytesUp<8>(c));
-    const V p67 = bytesDown<4>(c);
-    return transposeFrom4(spreadPair(a), spreadPair(p23), spreadPair(p45), spreadPair(p67));
+    PXK_UNROLL
+    for (int round = 0; round < 3; ++round) splitRound16(a, b, c);
+    return Group<V, 1>{{{a}, {b}, {c}}};
 }
 
 // Channels to eight pixels of three 16-bit samples (a, b, c).
@@ -86,6 +92,29 @@ PXK_INLINE void mergeThree16(const Group<V, 1>& g, V& a, V& b, V& c) {
     a = or_(v[0], bytesUp<12>(v[1]));
     b = or_(bytesDown<4>(v[1]), bytesUp<8>(v[2]));
     c = or_(bytesDown<8>(v[2]), bytesUp<4>(v[3]));
+}
+
+// Channels to eight pixels of three bytes, each value saturated to 0..255: `first`
+// takes bytes 0-15, the low half of `last` bytes 16-23. The pixels are first spread
+// to four bytes each (the fourth zero), pixels 0-3 in one vector and 4-7 in the other;
+// then each 64-bit half packs its two pixels into six bytes: in the first vector, the
+// lower half's six at bytes 2-7 and the upper half's at 8-13, so that twelve bytes
+// lie in a row (likewise in the second), by multiplies that shift each pixel into place.
+template <class V>
+PXK_INLINE V sixBytePairsToMiddle(V pixels) {
+    const V evens = mulEvenU32(pixels, splat32Pattern<V>(1 << 16, 0, 1, 0));
+    const V odds = mulEvenU32(srli64<32>(pixels), splat32Pattern<V>(1 << 8, 0, 1 << 24, 0));
+    return or_(evens, shuffle32<_MM_SHUFFLE(3, 2, 0, 1)>(odds));  // pixel 1 from bit 8 up to bit 40
+}
+template <class V>
+PXK_INLINE void mergeThree8(const Group<V, 1>& g, V& first, V& last) {
+    const V c01 = packus16(g.c[0][0], g.c[1][0]);
+    const V pairs01 = unpacklo8(c01, bytesDown<8>(c01));
+    const V c2 = unpacklo8(packus16(g.c[2][0], g.c[2][0]), zero<V>());
+    const V lo = sixBytePairsToMiddle(unpacklo16(pairs01, c2));
+    const V hi = sixBytePairsToMiddle(unpackhi16(pairs01, c2));
+    first = or_(bytesDown<2>(lo), bytesUp<10>(hi));
+    last = bytesDown<6>(hi);
 }
 
 // Bytes to 16-bit lanes (zero-extended): the low eight and the high eight of a lane.
@@ -176,16 +205,16 @@ struct PackedOut {
         using namespace simd;
         using namespace lanes;
         uint8_t* p = plane[0] + static_cast<std::ptrdiff_t>(kBytes) * x;
-        if constexpr (Channels == 3) {
+        if constexpr (Channels == 3 && sizeof(S) == 1) {
+            V first, last;
+            mergeThree8(g, first, last);
+            store24PerLane(p, first, last);
+        } else if constexpr (Channels == 3) {
             V a, b, c;
             mergeThree16(g, a, b, c);
-            if constexpr (sizeof(S) == 1) {
-                store24PerLane(p, packus16(a, b), packus16(c, c));
-            } else {
-                storeLanes<V, 48>(p, a);
-                storeLanes<V, 48>(p + 16, b);
-                storeLanes<V, 48>(p + 32, c);
-            }
+            storeLanes<V, 48>(p, a);
+            storeLanes<V, 48>(p + 16, b);
+            storeLanes<V, 48>(p + 32, c);
         } else {
             V q[4];
             transposeTo4(g, splat16<V>(alpha), q);
