@@ -117,6 +117,51 @@ PXK_INLINE void mergeThree8(const Group<V, 1>& g, V& first, V& last) {
     last = bytesDown<6>(hi);
 }
 
+// Where the build has byte shuffles, eight pixels of three bytes move between their
+// 24 bytes (16 in `first`, 8 in `last`) and channels in one shuffle a vector and
+// channel. Index tables: kNoByte gives a zero byte.
+struct ByteIndices {
+    uint8_t b[16];
+};
+inline constexpr uint8_t kNoByte = 0x80;
+// Channel `channel` of the eight pixels as 16-bit lanes, from the bytes that start at
+// `from` of the 24.
+constexpr ByteIndices channelWordsAt(int channel, int from) {
+    ByteIndices r{};
+    for (int i = 0; i < 8; ++i) {
+        const int at = 3 * i + channel - from;
+        r.b[2 * i] = at >= 0 && at < 16 ? static_cast<uint8_t>(at) : kNoByte;
+        r.b[2 * i + 1] = kNoByte;
+    }
+    return r;
+}
+// Bytes from..from+15 of the 24, from channel bytes: channels 0 and 1 in bytes 0-7 and
+// 8-15 (twoChannels), or channel 2 in bytes 0-7.
+constexpr ByteIndices pixelBytesAt(bool twoChannels, int from) {
+    ByteIndices r{};
+    for (int j = 0; j < 16; ++j) {
+        const int at = from + j, pixel = at / 3, channel = at % 3;
+        const bool here = at < 24 && (twoChannels ? channel < 2 : channel == 2);
+        r.b[j] = here ? static_cast<uint8_t>(channel == 1 ? 8 + pixel : pixel) : kNoByte;
+    }
+    return r;
+}
+template <int Channel, int From>
+inline constexpr ByteIndices kChannelWordsAt = channelWordsAt(Channel, From);
+template <bool TwoChannels, int From>
+inline constexpr ByteIndices kPixelBytesAt = pixelBytesAt(TwoChannels, From);
+
+template <class V, int Channel>
+PXK_INLINE V channelOfBytes(V first, V last) {
+    return or_(shuffleBytes(first, bytesInEachLane<V>(kChannelWordsAt<Channel, 0>.b)),
+               shuffleBytes(last, bytesInEachLane<V>(kChannelWordsAt<Channel, 16>.b)));
+}
+template <class V, int From>
+PXK_INLINE V bytesOfChannels(V c01, V c2) {
+    return or_(shuffleBytes(c01, bytesInEachLane<V>(kPixelBytesAt<true, From>.b)),
+               shuffleBytes(c2, bytesInEachLane<V>(kPixelBytesAt<false, From>.b)));
+}
+
 // Bytes to 16-bit lanes (zero-extended): the low eight and the high eight of a lane.
 template <class V>
 PXK_INLINE V widenLow8(V v) { return unpacklo8(v, zero<V>()); }
@@ -172,7 +217,13 @@ struct PackedIn {
         if constexpr (sizeof(S) == 1 && Channels == 3) {
             V first, last;
             load24PerLane(p, first, last);
-            return splitThree16(widenLow8(first), widenHigh8(first), widenLow8(last));
+            if constexpr (kHasByteShuffle) {
+                return Group<V, 1>{{{channelOfBytes<V, 0>(first, last)},
+                                    {channelOfBytes<V, 1>(first, last)},
+                                    {channelOfBytes<V, 2>(first, last)}}};
+            } else {
+                return splitThree16(widenLow8(first), widenHigh8(first), widenLow8(last));
+            }
         } else if constexpr (sizeof(S) == 1) {
             const V lo = loadLanes<V, 32>(p), hi = loadLanes<V, 32>(p + 16);
             return transposeFrom4(widenLow8(lo), widenHigh8(lo), widenLow8(hi), widenHigh8(hi));
@@ -206,9 +257,14 @@ struct PackedOut {
         using namespace lanes;
         uint8_t* p = plane[0] + static_cast<std::ptrdiff_t>(kBytes) * x;
         if constexpr (Channels == 3 && sizeof(S) == 1) {
-            V first, last;
-            mergeThree8(g, first, last);
-            store24PerLane(p, first, last);
+            if constexpr (kHasByteShuffle) {
+                const V c01 = packus16(g.c[0][0], g.c[1][0]), c2 = packus16(g.c[2][0], g.c[2][0]);
+                store24PerLane(p, bytesOfChannels<V, 0>(c01, c2), bytesOfChannels<V, 16>(c01, c2));
+            } else {
+                V first, last;
+                mergeThree8(g, first, last);
+                store24PerLane(p, first, last);
+            }
         } else if constexpr (Channels == 3) {
             V a, b, c;
             mergeThree16(g, a, b, c);
