@@ -78,20 +78,21 @@ PXK_INLINE Group<V, 1> splitThree16(V a, V b, V c) {
     return Group<V, 1>{{{a}, {b}, {c}}};
 }
 
-// Channels to eight pixels of three 16-bit samples (a, b, c).
+// Channels to eight pixels of three 16-bit samples (a, b, c). Two pixels are three
+// 32-bit words: (c0, c1) of the first, (c2 of the first, c0 of the second), (c1, c2)
+// of the second; each kind is gathered for the four pairs by masks and shifts, and the
+// twelve words are dealt into a, b, c by unpacks and one dword pick for each.
 template <class V>
 PXK_INLINE void mergeThree16(const Group<V, 1>& g, V& a, V& b, V& c) {
-    V q[4];
-    transposeTo4(g, g.c[2][0], q);
-    // Each pair to its twelve bytes: words 0-2 kept, words 4-6 moved down to 3-5.
-    const V first = splat32Pattern<V>(-1, 0xFFFF, 0, 0);
-    const V second = splat32Pattern<V>(0, static_cast<int32_t>(0xFFFF0000u), -1, 0);
-    V v[4];
-    PXK_UNROLL
-    for (int i = 0; i < 4; ++i) v[i] = or_(and_(q[i], first), and_(bytesDown<2>(q[i]), second));
-    a = or_(v[0], bytesUp<12>(v[1]));
-    b = or_(bytesDown<4>(v[1]), bytesUp<8>(v[2]));
-    c = or_(bytesDown<8>(v[2]), bytesUp<4>(v[3]));
+    const V c0 = g.c[0][0], c1 = g.c[1][0], c2 = g.c[2][0];
+    const V low = splat32<V>(0xFFFF);
+    const V p = or_(and_(c0, low), slli32<16>(c1));  // P k: pixel 2k, channels 0 and 1
+    const V x = selectBits(low, c2, c0);              // X k: pixel 2k channel 2, pixel 2k+1 channel 0
+    const V y = or_(srli32<16>(c1), andNot(low, c2)); // Y k: pixel 2k+1, channels 1 and 2
+    // a = P0 X0 Y0 P1, b = X1 Y1 P2 X2, c = Y2 P3 X3 Y3.
+    a = shuffle2x32<_MM_SHUFFLE(3, 0, 1, 0)>(unpacklo32(p, x), unpacklo32(y, p));
+    b = shuffle2x32<_MM_SHUFFLE(1, 0, 3, 2)>(unpacklo32(x, y), unpackhi32(p, x));
+    c = shuffle2x32<_MM_SHUFFLE(3, 2, 3, 0)>(unpackhi32(y, p), unpackhi32(x, y));
 }
 
 // Channels to eight pixels of three bytes, each value saturated to 0..255: `first`
