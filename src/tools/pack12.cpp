@@ -112,7 +112,7 @@ PXK_INLINE void unpackBlock(const uint8_t* src, uint8_t* dst) {
     } else {
         // Bytes 0-11 and 12-23, each moved to bytes 2-13.
         lo = samplesOfNumbers(numbersOfMiddle(bytesUp<2>(first)));
-        hi = samplesOfNumbers(numbersOfMiddle(or_(bytesDown<10>(first), bytesUp<6>(last))));
+        hi = samplesOfNumbers(numbersOfMiddle(bytesDown<2>(lanes::loadLast16PerLane<V>(src))));
     }
     storeLanes<V, 32>(dst, lo);
     storeLanes<V, 32>(dst + 16, hi);
