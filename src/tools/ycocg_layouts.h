@@ -118,19 +118,19 @@ PXK_INLINE void mergeThree8(const Group<V, 1>& g, V& first, V& last) {
     last = bytesDown<6>(hi);
 }
 
-// Where the build has byte shuffles, eight pixels of three bytes move between their
-// 24 bytes (16 in `first`, 8 in `last`) and channels in one shuffle a vector and
-// channel. Index tables: kNoByte gives a zero byte.
+// Where the build has byte shuffles, eight pixels of three or four bytes move between
+// their 24 or 32 bytes (16 in `first`, the rest in `last`) and channels in one shuffle
+// a vector and channel. Index tables: kNoByte gives a zero byte.
 struct ByteIndices {
     uint8_t b[16];
 };
 inline constexpr uint8_t kNoByte = 0x80;
-// Channel `channel` of the eight pixels as 16-bit lanes, from the bytes that start at
-// `from` of the 24.
-constexpr ByteIndices channelWordsAt(int channel, int from) {
+// Channel `channel` of eight pixels of `channels` bytes as 16-bit lanes, from the 16
+// bytes that start at `from`.
+constexpr ByteIndices channelWordsAt(int channels, int channel, int from) {
     ByteIndices r{};
     for (int i = 0; i < 8; ++i) {
-        const int at = 3 * i + channel - from;
+        const int at = channels * i + channel - from;
         r.b[2 * i] = at >= 0 && at < 16 ? static_cast<uint8_t>(at) : kNoByte;
         r.b[2 * i + 1] = kNoByte;
     }
@@ -147,20 +147,39 @@ constexpr ByteIndices pixelBytesAt(bool twoChannels, int from) {
     }
     return r;
 }
-template <int Channel, int From>
-inline constexpr ByteIndices kChannelWordsAt = channelWordsAt(Channel, From);
+template <int Channels, int Channel, int From>
+inline constexpr ByteIndices kChannelWordsAt = channelWordsAt(Channels, Channel, From);
 template <bool TwoChannels, int From>
 inline constexpr ByteIndices kPixelBytesAt = pixelBytesAt(TwoChannels, From);
 
-template <class V, int Channel>
+template <class V, int Channels, int Channel>
 PXK_INLINE V channelOfBytes(V first, V last) {
-    return or_(shuffleBytes(first, bytesInEachLane<V>(kChannelWordsAt<Channel, 0>.b)),
-               shuffleBytes(last, bytesInEachLane<V>(kChannelWordsAt<Channel, 16>.b)));
+    return or_(shuffleBytes(first, bytesInEachLane<V>(kChannelWordsAt<Channels, Channel, 0>.b)),
+               shuffleBytes(last, bytesInEachLane<V>(kChannelWordsAt<Channels, Channel, 16>.b)));
+}
+template <class V, int Channels>
+PXK_INLINE Group<V, 1> channelsOfBytes(V first, V last) {
+    return Group<V, 1>{{{channelOfBytes<V, Channels, 0>(first, last)},
+                        {channelOfBytes<V, Channels, 1>(first, last)},
+                        {channelOfBytes<V, Channels, 2>(first, last)}}};
 }
 template <class V, int From>
 PXK_INLINE V bytesOfChannels(V c01, V c2) {
     return or_(shuffleBytes(c01, bytesInEachLane<V>(kPixelBytesAt<true, From>.b)),
                shuffleBytes(c2, bytesInEachLane<V>(kPixelBytesAt<false, From>.b)));
+}
+
+// Eight pixels of four bytes (pixels 0-3 in lo, 4-7 in hi) to three channels of 16-bit
+// lanes: the even bytes (channels 0 and 2) and the odd ones (1 and 3) as 16-bit lanes,
+// then each channel's 32-bit halves packed in pixel order (every value fits).
+template <class V>
+PXK_INLINE Group<V, 1> splitFour8(V lo, V hi) {
+    const V evenLo = and_(lo, splat16<V>(0xFF)), evenHi = and_(hi, splat16<V>(0xFF));
+    const V oddLo = srli16<8>(lo), oddHi = srli16<8>(hi);
+    const V low = splat32<V>(0xFFFF);
+    return Group<V, 1>{{{packs32(and_(evenLo, low), and_(evenHi, low))},
+                        {packs32(and_(oddLo, low), and_(oddHi, low))},
+                        {packs32(srli32<16>(evenLo), srli32<16>(evenHi))}}};
 }
 
 // Bytes to 16-bit lanes (zero-extended): the low eight and the high eight of a lane.
@@ -219,15 +238,17 @@ struct PackedIn {
             V first, last;
             load24PerLane(p, first, last);
             if constexpr (kHasByteShuffle) {
-                return Group<V, 1>{{{channelOfBytes<V, 0>(first, last)},
-                                    {channelOfBytes<V, 1>(first, last)},
-                                    {channelOfBytes<V, 2>(first, last)}}};
+                return channelsOfBytes<V, 3>(first, last);
             } else {
                 return splitThree16(widenLow8(first), widenHigh8(first), widenLow8(last));
             }
         } else if constexpr (sizeof(S) == 1) {
             const V lo = loadLanes<V, 32>(p), hi = loadLanes<V, 32>(p + 16);
-            return transposeFrom4(widenLow8(lo), widenHigh8(lo), widenLow8(hi), widenHigh8(hi));
+            if constexpr (kHasByteShuffle) {
+                return channelsOfBytes<V, 4>(lo, hi);
+            } else {
+                return splitFour8(lo, hi);
+            }
         } else if constexpr (Channels == 3) {
             return splitThree16(loadLanes<V, 48>(p), loadLanes<V, 48>(p + 16), loadLanes<V, 48>(p + 32));
         } else {
