@@ -23,7 +23,14 @@ PXK_INLINE void store24PerLane(uint8_t* p, V128 first, V128 last) {
     store128(p, first);
     storeLowHalves(p + 16, last);
 }
+// Bytes 8-23 of each lane's 24.
+template <class V>
+PXK_INLINE V loadLast16PerLane(const uint8_t* p);
+template <>
+PXK_INLINE V128 loadLast16PerLane<V128>(const uint8_t* p) { return load128(p + 8); }
 #if defined(PXKCC_TARGET_AVX2)
+template <>
+PXK_INLINE V256 loadLast16PerLane<V256>(const uint8_t* p) { return loadTwoChunks<24>(p + 8); }
 PXK_INLINE void load24PerLane(const uint8_t* p, V256& first, V256& last) {
     first = loadTwoChunks<24>(p);
     last = _mm256_inserti128_si256(_mm256_castsi128_si256(loadLowHalves128(p + 16)), loadLowHalves128(p + 40), 1);

@@ -8,6 +8,7 @@
 
 #include "frame/checks.h"
 #include "frame/drivers.h"
+#include "frame/vec_float.h"
 #include "tools/lane_memory.h"
 #include "tools/pack12_forms.h"
 #include "tools/samples.h"
@@ -19,26 +20,42 @@ namespace {
 
 using namespace vec;
 
-// Masks of each 64-bit half: bytes 0-2, bytes 3-5; and the lower 64-bit half.
+// Without byte shuffles (SSE2), the groups move by 64-bit halves. Each pair (a, b) is
+// the 24-bit number a * 4096 + b (see groupNumbers below), the first group's bytes
+// high first; the two numbers of a half make one 48-bit number, first group on top,
+// whose six bytes reversed are the half's packed bytes. A byte reversal is a reversal
+// of the 16-bit words followed by a swap of the bytes in each word. The words go where
+// two halves' packed bytes meet in the middle: the lower half's six bytes at bytes 2-7,
+// the upper half's at 8-13, the rest zero, so that twelve packed bytes lie in a row.
+// The word moves are their own inverse, so unpacking takes the same steps back.
 template <class V>
-PXK_INLINE V firstThree() { return splat32Pattern<V>(0x00FFFFFF, 0, 0x00FFFFFF, 0); }
-template <class V>
-PXK_INLINE V secondThree() { return splat32Pattern<V>(static_cast<int32_t>(0xFF000000u), 0xFFFF, static_cast<int32_t>(0xFF000000u), 0xFFFF); }
-template <class V>
-PXK_INLINE V lowerHalf() { return splat32Pattern<V>(-1, -1, 0, 0); }
-
-// Four groups, one in bytes 0-2 of each 32-bit lane, to twelve bytes in a row (bytes
-// 12-15 zero); and back.
-template <class V>
-PXK_INLINE V compactGroups(V groups) {
-    const V halves = or_(and_(groups, firstThree<V>()), and_(srli64<8>(groups), secondThree<V>()));
-    return or_(and_(halves, lowerHalf<V>()), bytesDown<2>(andNot(lowerHalf<V>(), halves)));
+PXK_INLINE V wordsToMiddle(V halves) {
+    return shuffleHigh16<_MM_SHUFFLE(3, 0, 1, 2)>(shuffleLow16<_MM_SHUFFLE(0, 1, 2, 3)>(halves));
 }
 template <class V>
-PXK_INLINE V spreadGroups(V bytes) {
-    const V halves = or_(and_(bytes, splat32Pattern<V>(-1, 0xFFFF, 0, 0)),
-                         bytesUp<2>(and_(bytes, splat32Pattern<V>(0, static_cast<int32_t>(0xFFFF0000u), -1, 0))));
-    return or_(and_(halves, firstThree<V>()), slli64<8>(and_(halves, secondThree<V>())));
+PXK_INLINE V swapBytesOfWords(V v) {
+    return or_(slli16<8>(v), srli16<8>(v));
+}
+
+// Four group numbers to twelve packed bytes at bytes 2-13 (zeros around them).
+template <class V>
+PXK_INLINE V middleOfNumbers(V numbers) {
+    const V halves = or_(mulEvenU32(numbers, splat32<V>(1 << 24)), srli64<32>(numbers));  // bits 48-63 zero
+    return swapBytesOfWords(wordsToMiddle(halves));
+}
+// Twelve packed bytes at bytes 2-13 (any bytes around them) to the four group numbers.
+template <class V>
+PXK_INLINE V numbersOfMiddle(V middle) {
+    const V halves = wordsToMiddle(swapBytesOfWords(middle));  // 48-bit numbers; bits 48-63 as they come
+    // First groups (bits 24-47) and second groups (bits 0-23) of each half, in the
+    // order of the groups, with the bits above 24 cleared.
+    const V firstsThenSeconds = shuffle2x32<_MM_SHUFFLE(2, 0, 2, 0)>(srli64<24>(halves), halves);
+    return and_(shuffle32<_MM_SHUFFLE(3, 1, 2, 0)>(firstsThenSeconds), splat32<V>(0x00FFFFFF));
+}
+// Four group numbers to eight samples: a = number >> 12, b = its low 12 bits.
+template <class V>
+PXK_INLINE V samplesOfNumbers(V numbers) {
+    return or_(srli32<12>(numbers), srli16<4>(slli32<20>(numbers)));
 }
 
 // Where the build has byte shuffles, a shorter network moves the same bits: each pair
@@ -77,9 +94,9 @@ PXK_INLINE void packBlock(const uint8_t* src, uint8_t* dst) {
                             shuffleBytes(hi, bytesInEachLane<V>(kFirstGroupsAtTwelve)));
         lanes::store24PerLane(dst, first, shuffleBytes(hi, bytesInEachLane<V>(kLastGroupsFromFive)));
     } else {
-        const V lo = compactGroups(packPair<VectorWords<V>>(loadLanes<V, 32>(src)));
-        const V hi = compactGroups(packPair<VectorWords<V>>(loadLanes<V, 32>(src + 16)));
-        lanes::store24PerLane(dst, or_(lo, bytesUp<12>(hi)), bytesDown<4>(hi));
+        const V lo = middleOfNumbers(groupNumbers(loadLanes<V, 32>(src)));
+        const V hi = middleOfNumbers(groupNumbers(loadLanes<V, 32>(src + 16)));
+        lanes::store24PerLane(dst, or_(bytesDown<2>(lo), bytesUp<10>(hi)), bytesDown<6>(hi));
     }
 }
 
@@ -88,14 +105,14 @@ template <class V>
 PXK_INLINE void unpackBlock(const uint8_t* src, uint8_t* dst) {
     V first, last;
     lanes::load24PerLane(src, first, last);
-    const V second = or_(bytesDown<12>(first), bytesUp<4>(last));  // bytes 12-23
     V lo, hi;
     if constexpr (kHasByteShuffle) {
         lo = samplesOfGroups(first);
-        hi = samplesOfGroups(second);
+        hi = samplesOfGroups(or_(bytesDown<12>(first), bytesUp<4>(last)));  // bytes 12-23
     } else {
-        lo = unpackGroup<VectorWords<V>>(spreadGroups(first));
-        hi = unpackGroup<VectorWords<V>>(spreadGroups(second));
+        // Bytes 0-11 and 12-23, each moved to bytes 2-13.
+        lo = samplesOfNumbers(numbersOfMiddle(bytesUp<2>(first)));
+        hi = samplesOfNumbers(numbersOfMiddle(bytesDown<2>(lanes::loadLast16PerLane<V>(src))));
     }
     storeLanes<V, 32>(dst, lo);
     storeLanes<V, 32>(dst + 16, hi);

@@ -1,5 +1,4 @@
-// The two forms of 12-bit packing, each written once over a word of 32 bits: a lane
-// of a vector (the blocks) or one uint32_t (the pairs of the tail).
+// The two forms of 12-bit packing over a word of 32 bits.
 //   pair:  sample a in bits 0-15, sample b in bits 16-31;
 //   group: byte 0 in bits 0-7, byte 1 in bits 8-15, byte 2 in bits 16-23, where
 //          byte 0 = a bits 11-4, byte 1 = a bits 3-0 | b bits 11-8, byte 2 = b bits 7-0.
@@ -9,25 +8,11 @@
 
 #include <cstdint>
 
-#include "frame/vec_float.h"
-
 namespace pxk {
 namespace pack12 {
 
-// 32-bit vector lanes.
-template <class V>
-struct VectorWords {
-    using T = V;
-    PXK_INLINE static T and_(T a, T b) { return vec::and_(a, b); }
-    PXK_INLINE static T or_(T a, T b) { return vec::or_(a, b); }
-    template <int N>
-    PXK_INLINE static T shl(T a) { return vec::slli32<N>(a); }
-    template <int N>
-    PXK_INLINE static T shr(T a) { return vec::srli32<N>(a); }
-    PXK_INLINE static T constant(uint32_t v) { return vec::splat32<V>(static_cast<int32_t>(v)); }
-};
-
-// Their scalar twin.
+// One pair or group in a uint32_t (the tail of a row; the vector blocks move the same
+// bits by the byte networks of pack12.cpp).
 struct ScalarWords {
     using T = uint32_t;
     PXK_INLINE static T and_(T a, T b) { return a & b; }

@@ -18,22 +18,23 @@ namespace {
 
 // The largest sample, from the most negative finite float up. NaN samples are passed
 // over (the vector maximum keeps its second operand, the scalar compare is false).
-// Four running maxima, so that the loads need not wait for one chain of compares;
-// a maximum does not depend on the order it is taken in (zeros of either sign lead to
-// the same fill below).
+// Running maxima over 32 samples a round (eight 128-bit ones, or four 256-bit ones),
+// so that the loads need not wait for a chain of compares; a maximum does not depend
+// on the order it is taken in (zeros of either sign lead to the same fill below).
 float imageMax(const float* src, int32_t srcStep, int32_t width, int32_t height) {
     using F = vec::FloatOf<vec::Widest>;
     constexpr int32_t kPer = static_cast<int32_t>(sizeof(F) / sizeof(float));
-    F wide[4];
+    constexpr int32_t kRunning = 32 / kPer;
+    F wide[kRunning];
     for (F& w : wide) w = vec::splatF<F>(-FLT_MAX);
     float m = -FLT_MAX;
     driveRows(
         width, height,
         [&](int32_t w, const float* row) {
             int32_t x = 0;
-            for (; w - x >= 4 * kPer; x += 4 * kPer) {
+            for (; w - x >= kRunning * kPer; x += kRunning * kPer) {
                 PXK_UNROLL
-                for (int i = 0; i < 4; ++i) wide[i] = vec::maxF(vec::loadF<F>(row + x + i * kPer), wide[i]);
+                for (int i = 0; i < kRunning; ++i) wide[i] = vec::maxF(vec::loadF<F>(row + x + i * kPer), wide[i]);
             }
             for (; w - x >= kPer; x += kPer) wide[0] = vec::maxF(vec::loadF<F>(row + x), wide[0]);
             for (; x < w; ++x) {
@@ -42,8 +43,9 @@ float imageMax(const float* src, int32_t srcStep, int32_t width, int32_t height)
             }
         },
         rows(src, srcStep));
+    for (int i = 1; i < kRunning; ++i) wide[0] = vec::maxF(wide[i], wide[0]);
     float lanes[kPer];
-    vec::storeF(lanes, vec::maxF(vec::maxF(wide[0], wide[1]), vec::maxF(wide[2], wide[3])));
+    vec::storeF(lanes, wide[0]);
     for (float v : lanes) m = v > m ? v : m;
     return m;
 }

@@ -15,8 +15,11 @@ namespace {
 // destination has 8-bit samples).
 using Plain16 = Member<PlainInverse, 16, kBGR>;
 using Rev16 = Member<RevInverse, 16, kBGR>;
-// 32-bit planes: 32-bit arithmetic, the low 16 bits stored.
-using Plain32 = Member<PlainInverse, 32, kBGR>;
+// 32-bit planes: 32-bit arithmetic, the low 16 bits stored. The plain inverse only adds
+// and subtracts, so the low 16 bits of its results follow from the low 16 bits of the
+// planes alone: it runs as Plain16 on the planes' low halves (the same bits, half the
+// lanes). The reversible inverse shifts 32-bit values right and needs them whole.
+using Plain32 = Plain16;
 using Rev32 = Member<RevInverse, 32, kBGR>;
 // 8-bit planes with chroma offset by 128, red first, saturated to 0..255.
 using Offset8 = Member<OffsetInverse, 16, kRGB>;

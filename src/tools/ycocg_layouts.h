@@ -57,35 +57,129 @@ PXK_INLINE void transposeTo4(const Group<V, 1>& g, V fourth, V q[4]) {
     q[3] = unpackhi32(hi01, hi23);
 }
 
-// Two pixels of three 16-bit samples (words 0-5) spread to four words a pixel.
+// One round of the three-way split: a's low half with b's high half, a's high half
+// with c's low half, b's low half with c's high half, each pair word by word. Three
+// rounds take 24 words of eight pixels to their three channels.
 template <class V>
-PXK_INLINE V spreadPair(V p) {
-    return shuffle2x32<_MM_SHUFFLE(3, 2, 1, 0)>(p, bytesUp<2>(p));
+PXK_INLINE void splitRound16(V& a, V& b, V& c) {
+    const V cSwapped = shuffle32<_MM_SHUFFLE(1, 0, 3, 2)>(c);
+    const V na = unpacklo16(a, bytesDown<8>(b));
+    const V nb = unpackhi16(a, cSwapped);
+    c = unpacklo16(b, cSwapped);
+    a = na;
+    b = nb;
 }
 
 // Eight pixels of three 16-bit samples (48 bytes a lane: a, b, c) to channels.
 template <class V>
 PXK_INLINE Group<V, 1> splitThree16(V a, V b, V c) {
-    const V p23 = or_(bytesDown<12>(a), bytesUp<4>(b));
-    const V p45 = or_(bytesDown<8>(b), bytesUp<8>(c));
-    const V p67 = bytesDown<4>(c);
-    return transposeFrom4(spreadPair(a), spreadPair(p23), spreadPair(p45), spreadPair(p67));
+    PXK_UNROLL
+    for (int round = 0; round < 3; ++round) splitRound16(a, b, c);
+    return Group<V, 1>{{{a}, {b}, {c}}};
 }
 
-// Channels to eight pixels of three 16-bit samples (a, b, c).
+// Channels to eight pixels of three 16-bit samples (a, b, c). Two pixels are three
+// 32-bit words: (c0, c1) of the first, (c2 of the first, c0 of the second), (c1, c2)
+// of the second; each kind is gathered for the four pairs by masks and shifts, and the
+// twelve words are dealt into a, b, c by unpacks and one dword pick for each.
 template <class V>
 PXK_INLINE void mergeThree16(const Group<V, 1>& g, V& a, V& b, V& c) {
-    V q[4];
-    transposeTo4(g, g.c[2][0], q);
-    // Each pair to its twelve bytes: words 0-2 kept, words 4-6 moved down to 3-5.
-    const V first = splat32Pattern<V>(-1, 0xFFFF, 0, 0);
-    const V second = splat32Pattern<V>(0, static_cast<int32_t>(0xFFFF0000u), -1, 0);
-    V v[4];
-    PXK_UNROLL
-    for (int i = 0; i < 4; ++i) v[i] = or_(and_(q[i], first), and_(bytesDown<2>(q[i]), second));
-    a = or_(v[0], bytesUp<12>(v[1]));
-    b = or_(bytesDown<4>(v[1]), bytesUp<8>(v[2]));
-    c = or_(bytesDown<8>(v[2]), bytesUp<4>(v[3]));
+    const V c0 = g.c[0][0], c1 = g.c[1][0], c2 = g.c[2][0];
+    const V low = splat32<V>(0xFFFF);
+    const V p = or_(and_(c0, low), slli32<16>(c1));  // P k: pixel 2k, channels 0 and 1
+    const V x = selectBits(low, c2, c0);              // X k: pixel 2k channel 2, pixel 2k+1 channel 0
+    const V y = or_(srli32<16>(c1), andNot(low, c2)); // Y k: pixel 2k+1, channels 1 and 2
+    // a = P0 X0 Y0 P1, b = X1 Y1 P2 X2, c = Y2 P3 X3 Y3.
+    a = shuffle2x32<_MM_SHUFFLE(3, 0, 1, 0)>(unpacklo32(p, x), unpacklo32(y, p));
+    b = shuffle2x32<_MM_SHUFFLE(1, 0, 3, 2)>(unpacklo32(x, y), unpackhi32(p, x));
+    c = shuffle2x32<_MM_SHUFFLE(3, 2, 3, 0)>(unpackhi32(y, p), unpackhi32(x, y));
+}
+
+// Channels to eight pixels of three bytes, each value saturated to 0..255: `first`
+// takes bytes 0-15, the low half of `last` bytes 16-23. The pixels are first spread
+// to four bytes each (the fourth zero), pixels 0-3 in one vector and 4-7 in the other;
+// then each 64-bit half packs its two pixels into six bytes: in the first vector, the
+// lower half's six at bytes 2-7 and the upper half's at 8-13, so that twelve bytes
+// lie in a row (likewise in the second), by multiplies that shift each pixel into place.
+template <class V>
+PXK_INLINE V sixBytePairsToMiddle(V pixels) {
+    const V evens = mulEvenU32(pixels, splat32Pattern<V>(1 << 16, 0, 1, 0));
+    const V odds = mulEvenU32(srli64<32>(pixels), splat32Pattern<V>(1 << 8, 0, 1 << 24, 0));
+    return or_(evens, shuffle32<_MM_SHUFFLE(3, 2, 0, 1)>(odds));  // pixel 1 from bit 8 up to bit 40
+}
+template <class V>
+PXK_INLINE void mergeThree8(const Group<V, 1>& g, V& first, V& last) {
+    const V c01 = packus16(g.c[0][0], g.c[1][0]);
+    const V pairs01 = unpacklo8(c01, bytesDown<8>(c01));
+    const V c2 = unpacklo8(packus16(g.c[2][0], g.c[2][0]), zero<V>());
+    const V lo = sixBytePairsToMiddle(unpacklo16(pairs01, c2));
+    const V hi = sixBytePairsToMiddle(unpackhi16(pairs01, c2));
+    first = or_(bytesDown<2>(lo), bytesUp<10>(hi));
+    last = bytesDown<6>(hi);
+}
+
+// Where the build has byte shuffles, eight pixels of three or four bytes move between
+// their 24 or 32 bytes (16 in `first`, the rest in `last`) and channels in one shuffle
+// a vector and channel. Index tables: kNoByte gives a zero byte.
+struct ByteIndices {
+    uint8_t b[16];
+};
+inline constexpr uint8_t kNoByte = 0x80;
+// Channel `channel` of eight pixels of `channels` bytes as 16-bit lanes, from the 16
+// bytes that start at `from`.
+constexpr ByteIndices channelWordsAt(int channels, int channel, int from) {
+    ByteIndices r{};
+    for (int i = 0; i < 8; ++i) {
+        const int at = channels * i + channel - from;
+        r.b[2 * i] = at >= 0 && at < 16 ? static_cast<uint8_t>(at) : kNoByte;
+        r.b[2 * i + 1] = kNoByte;
+    }
+    return r;
+}
+// Bytes from..from+15 of the 24, from channel bytes: channels 0 and 1 in bytes 0-7 and
+// 8-15 (twoChannels), or channel 2 in bytes 0-7.
+constexpr ByteIndices pixelBytesAt(bool twoChannels, int from) {
+    ByteIndices r{};
+    for (int j = 0; j < 16; ++j) {
+        const int at = from + j, pixel = at / 3, channel = at % 3;
+        const bool here = at < 24 && (twoChannels ? channel < 2 : channel == 2);
+        r.b[j] = here ? static_cast<uint8_t>(channel == 1 ? 8 + pixel : pixel) : kNoByte;
+    }
+    return r;
+}
+template <int Channels, int Channel, int From>
+inline constexpr ByteIndices kChannelWordsAt = channelWordsAt(Channels, Channel, From);
+template <bool TwoChannels, int From>
+inline constexpr ByteIndices kPixelBytesAt = pixelBytesAt(TwoChannels, From);
+
+template <class V, int Channels, int Channel>
+PXK_INLINE V channelOfBytes(V first, V last) {
+    return or_(shuffleBytes(first, bytesInEachLane<V>(kChannelWordsAt<Channels, Channel, 0>.b)),
+               shuffleBytes(last, bytesInEachLane<V>(kChannelWordsAt<Channels, Channel, 16>.b)));
+}
+template <class V, int Channels>
+PXK_INLINE Group<V, 1> channelsOfBytes(V first, V last) {
+    return Group<V, 1>{{{channelOfBytes<V, Channels, 0>(first, last)},
+                        {channelOfBytes<V, Channels, 1>(first, last)},
+                        {channelOfBytes<V, Channels, 2>(first, last)}}};
+}
+template <class V, int From>
+PXK_INLINE V bytesOfChannels(V c01, V c2) {
+    return or_(shuffleBytes(c01, bytesInEachLane<V>(kPixelBytesAt<true, From>.b)),
+               shuffleBytes(c2, bytesInEachLane<V>(kPixelBytesAt<false, From>.b)));
+}
+
+// Eight pixels of four bytes (pixels 0-3 in lo, 4-7 in hi) to three channels of 16-bit
+// lanes: the even bytes (channels 0 and 2) and the odd ones (1 and 3) as 16-bit lanes,
+// then each channel's 32-bit halves packed in pixel order (every value fits).
+template <class V>
+PXK_INLINE Group<V, 1> splitFour8(V lo, V hi) {
+    const V evenLo = and_(lo, splat16<V>(0xFF)), evenHi = and_(hi, splat16<V>(0xFF));
+    const V oddLo = srli16<8>(lo), oddHi = srli16<8>(hi);
+    const V low = splat32<V>(0xFFFF);
+    return Group<V, 1>{{{packs32(and_(evenLo, low), and_(evenHi, low))},
+                        {packs32(and_(oddLo, low), and_(oddHi, low))},
+                        {packs32(srli32<16>(evenLo), srli32<16>(evenHi))}}};
 }
 
 // Bytes to 16-bit lanes (zero-extended): the low eight and the high eight of a lane.
@@ -143,10 +237,18 @@ struct PackedIn {
         if constexpr (sizeof(S) == 1 && Channels == 3) {
             V first, last;
             load24PerLane(p, first, last);
-            return splitThree16(widenLow8(first), widenHigh8(first), widenLow8(last));
+            if constexpr (kHasByteShuffle) {
+                return channelsOfBytes<V, 3>(first, last);
+            } else {
+                return splitThree16(widenLow8(first), widenHigh8(first), widenLow8(last));
+            }
         } else if constexpr (sizeof(S) == 1) {
             const V lo = loadLanes<V, 32>(p), hi = loadLanes<V, 32>(p + 16);
-            return transposeFrom4(widenLow8(lo), widenHigh8(lo), widenLow8(hi), widenHigh8(hi));
+            if constexpr (kHasByteShuffle) {
+                return channelsOfBytes<V, 4>(lo, hi);
+            } else {
+                return splitFour8(lo, hi);
+            }
         } else if constexpr (Channels == 3) {
             return splitThree16(loadLanes<V, 48>(p), loadLanes<V, 48>(p + 16), loadLanes<V, 48>(p + 32));
         } else {
@@ -176,16 +278,21 @@ struct PackedOut {
         using namespace simd;
         using namespace lanes;
         uint8_t* p = plane[0] + static_cast<std::ptrdiff_t>(kBytes) * x;
-        if constexpr (Channels == 3) {
+        if constexpr (Channels == 3 && sizeof(S) == 1) {
+            if constexpr (kHasByteShuffle) {
+                const V c01 = packus16(g.c[0][0], g.c[1][0]), c2 = packus16(g.c[2][0], g.c[2][0]);
+                store24PerLane(p, bytesOfChannels<V, 0>(c01, c2), bytesOfChannels<V, 16>(c01, c2));
+            } else {
+                V first, last;
+                mergeThree8(g, first, last);
+                store24PerLane(p, first, last);
+            }
+        } else if constexpr (Channels == 3) {
             V a, b, c;
             mergeThree16(g, a, b, c);
-            if constexpr (sizeof(S) == 1) {
-                store24PerLane(p, packus16(a, b), packus16(c, c));
-            } else {
-                storeLanes<V, 48>(p, a);
-                storeLanes<V, 48>(p + 16, b);
-                storeLanes<V, 48>(p + 32, c);
-            }
+            storeLanes<V, 48>(p, a);
+            storeLanes<V, 48>(p + 16, b);
+            storeLanes<V, 48>(p + 32, c);
         } else {
             V q[4];
             transposeTo4(g, splat16<V>(alpha), q);
