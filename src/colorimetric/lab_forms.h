@@ -183,20 +183,54 @@ PXK_INLINE Lab<F> labOfXyzLanes(F x, F y, F z) {
     return Lab<F>{l, mulF(splatF<F>(500.0f), subF(fx, fy)), mulF(splatF<F>(200.0f), subF(fy, fz))};
 }
 
+// One row of the forward matrix over lanes, blue term first as matrixRow, each add
+// with its first operand fixed (so that two NaN operands give the same payload in
+// every build).
+template <class F>
+PXK_INLINE F matrixRowLanes(int row, F r, F g, F b) {
+    const auto& k = ForwardMatrix<float>::k[row];
+    return addOrderedF(addOrderedF(mulF(splatF<F>(k[2]), b), mulF(splatF<F>(k[1]), g)), mulF(splatF<F>(k[0]), r));
+}
+
+// Float RGB to Lab over lanes, as labOfRgb: X and Z divided by the white point in
+// double, all three limited to at most 1 (the least of 1 and v, NaN passed through).
+template <class F>
+PXK_INLINE Lab<F> labOfRgbLanes(F r, F g, F b) {
+    using D = typename cube_root::DoublesFor<F>::type;
+    const auto byWhite = [](F v, double white) PXK_LAMBDA_INLINE {
+        D d[2];
+        cube_root::widen(v, d);
+        d[0] = divD(d[0], splatD<D>(white));
+        d[1] = divD(d[1], splatD<D>(white));
+        return cube_root::narrow(d);
+    };
+    const F one = splatF<F>(1.0f);
+    return labOfXyzLanes(minF(one, byWhite(matrixRowLanes(0, r, g, b), kForwardWhiteX)),
+                         minF(one, matrixRowLanes(1, r, g, b)),
+                         minF(one, byWhite(matrixRowLanes(2, r, g, b), kForwardWhiteZ)));
+}
+
+// Float RGB (or BGR) to Lab for the float rows: every column by the vector form.
+template <bool Bgr>
+struct ToLab32f {
+    static constexpr bool kTail = false;
+    template <class F>
+    PXK_INLINE static Floats3<F> block(const Floats3<F>& in) {
+        const Lab<F> v = labOfRgbLanes(in.c[Bgr ? 2 : 0], in.c[1], in.c[Bgr ? 0 : 2]);
+        return Floats3<F>{{v.l, v.a, v.b}};
+    }
+};
+
 // 8-bit RGB to 8-bit Lab codes: the vector form (all columns alike, so any block
 // split gives the same bytes) and its scalar twin.
 struct ToLab8uForm {
     static constexpr ToInteger kToInteger = ToInteger::TruncateLowByte;
     template <class F>
     PXK_INLINE static Floats3<F> apply(const Floats3<F>& rgb) {
-        // matrixRow's sums, blue term first.
-        const auto row = [&](int i) PXK_LAMBDA_INLINE {
-            const auto& k = ForwardMatrix<float>::k[i];
-            return addF(addF(mulF(splatF<F>(k[2]), rgb.c[2]), mulF(splatF<F>(k[1]), rgb.c[1])),
-                        mulF(splatF<F>(k[0]), rgb.c[0]));
-        };
-        const Lab<F> v = labOfXyzLanes(divF(row(0), splatF<F>(kDivisor8uX)), divF(row(1), splatF<F>(kDivisor8uY)),
-                                       divF(row(2), splatF<F>(kDivisor8uZ)));
+        const F r = rgb.c[0], g = rgb.c[1], b = rgb.c[2];
+        const Lab<F> v = labOfXyzLanes(divF(matrixRowLanes(0, r, g, b), splatF<F>(kDivisor8uX)),
+                                       divF(matrixRowLanes(1, r, g, b), splatF<F>(kDivisor8uY)),
+                                       divF(matrixRowLanes(2, r, g, b), splatF<F>(kDivisor8uZ)));
         return Floats3<F>{{addF(divF(mulF(v.l, splatF<F>(255.0f)), splatF<F>(100.0f)), splatF<F>(0.5f)),
                            addF(v.a, splatF<F>(128.5f)), addF(v.b, splatF<F>(128.5f))}};
     }

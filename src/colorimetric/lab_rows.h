@@ -1,5 +1,6 @@
 // The row kernels of RGB <-> Lab, over interleaved pixels or three planes. Forward rows
-// go one pixel at a time (three double power calls a pixel at most). Backward float
+// run whole vectors of pixels with the lane cube roots (8-bit to 16-bit codes and
+// double planes one pixel at a time, three double power calls at most). Backward float
 // and double rows convert whole vectors of plane samples where they can, since every
 // column gives the same bits; the 8-bit backward rows run their main loop four pixels
 // a round over the columns below width - width % 4 with reciprocals, the tail by
@@ -9,9 +10,12 @@
 #include "frame/simd_inline.h"
 
 #include <cstdint>
+#include <cstring>
+#include <type_traits>
 #include <utility>
 
 #include "colorimetric/lab_forms.h"
+#include "colorimetric/wide_rows.h"
 #include "frame/drivers.h"
 #include "frame/samples.h"
 #include "frame/vec_float.h"
@@ -27,16 +31,11 @@ enum class Order { Rgb, Bgr };
 // Forward
 // ---------------------------------------------------------------------------------
 
-// One row of interleaved float RGB to interleaved float Lab.
+// One row of interleaved float RGB to interleaved float Lab: groups of four or eight
+// pixels by the vector form, the last short group padded (every column alike).
 template <Order O>
-PXK_INLINE void rgbToLabFloatRow(const float* src, float* dst, int64_t width) {
-    constexpr int kR = O == Order::Rgb ? 0 : 2;
-    for (int64_t x = 0; x < width; ++x, src += 3, dst += 3) {
-        const Lab<float> v = labOfRgb(loadSample(src + kR), loadSample(src + 1), loadSample(src + 2 - kR));
-        storeSample(dst, v.l);
-        storeSample(dst + 1, v.a);
-        storeSample(dst + 2, v.b);
-    }
+PXK_INLINE void rgbToLabFloatRow(const float* src, float* dst, int32_t width) {
+    convertWideRow<ToLab32f<O == Order::Bgr>, 3, 3>(src, dst, width);
 }
 
 // One row of interleaved 8-bit RGB to 8-bit or 16-bit Lab codes (Codes: LabTo8u,
@@ -47,9 +46,33 @@ PXK_INLINE void rgbToLab8uRow(const uint8_t* src, typename Codes::Sample* dst, i
     for (int64_t x = 0; x < width; ++x, src += 3, dst += 3) Codes::store(labOfRgb8u(src[kR], src[1], src[2 - kR]), dst);
 }
 
-// One row of three planes (R, G, B) to three planes (L, a, b), float or double.
+// One row of three planes (R, G, B) to three planes (L, a, b), float or double. Float
+// rows go a whole vector at a time, the last short vector through a padded copy
+// (every column alike).
 template <class T>
 PXK_INLINE void rgbToLabPlanesRow(const T* const src[3], T* const dst[3], int64_t width) {
+    if constexpr (std::is_same_v<T, float>) {
+        using F = vec::FloatOf<vec::Widest>;
+        constexpr int64_t kLanes = sizeof(F) / sizeof(float);
+        const auto convert = [](const float* r, const float* g, const float* b, float* l, float* a, float* bb)
+            PXK_LAMBDA_INLINE {
+            const Lab<F> v = labOfRgbLanes(vec::loadF<F>(r), vec::loadF<F>(g), vec::loadF<F>(b));
+            vec::storeF(l, v.l);
+            vec::storeF(a, v.a);
+            vec::storeF(bb, v.b);
+        };
+        int64_t x = 0;
+        for (; width - x >= kLanes; x += kLanes) {
+            convert(src[0] + x, src[1] + x, src[2] + x, dst[0] + x, dst[1] + x, dst[2] + x);
+        }
+        if (x == width) return;
+        float in[3][kLanes] = {}, out[3][kLanes];
+        const std::size_t bytes = sizeof(float) * static_cast<std::size_t>(width - x);
+        for (int c = 0; c < 3; ++c) std::memcpy(in[c], src[c] + x, bytes);
+        convert(in[0], in[1], in[2], out[0], out[1], out[2]);
+        for (int c = 0; c < 3; ++c) std::memcpy(dst[c] + x, out[c], bytes);
+        return;
+    }
     for (int64_t x = 0; x < width; ++x) {
         const Lab<T> v = labOfRgb(loadSample(src[0] + x), loadSample(src[1] + x), loadSample(src[2] + x));
         storeSample(dst[0] + x, v.l);

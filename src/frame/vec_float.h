@@ -226,6 +226,7 @@ using D256 = __m256d;
 PXK_VEC_DOP2(addD, _mm_add_pd, _mm256_add_pd)
 PXK_VEC_DOP2(subD, _mm_sub_pd, _mm256_sub_pd)
 PXK_VEC_DOP2(mulD, _mm_mul_pd, _mm256_mul_pd)
+PXK_VEC_DOP2(divD, _mm_div_pd, _mm256_div_pd)
 // As minF/maxF: the second operand when either is NaN.
 PXK_VEC_DOP2(minD, _mm_min_pd, _mm256_min_pd)
 PXK_VEC_DOP2(maxD, _mm_max_pd, _mm256_max_pd)
