@@ -43,13 +43,18 @@ PXK_INLINE F128 load4Offset(const int16_t* p) {
     return vec::toFloat(vec::unpacklo16(v, vec::zero<V128>()));
 }
 
-// Four 32-bit integer results stored as samples: the low 16 bits of each; each
-// saturated to signed 16 bits; each (already within 0..255) as a byte.
-PXK_INLINE void storeLow16(uint16_t* p, V128 d) {
-    const V128 low = vec::srai32<16>(vec::slli32<16>(d));  // low halves, sign-extended: packs keeps them
+// Four 32-bit integer results (a 128-bit lane; a V256 holds eight) stored as samples:
+// the low 16 bits of each; each saturated to signed 16 bits; each (already within
+// 0..255) as a byte.
+template <class V>
+PXK_INLINE void storeLow16(uint16_t* p, V d) {
+    const V low = vec::srai32<16>(vec::slli32<16>(d));  // low halves, sign-extended: packs keeps them
     vec::storeLowHalves(bytes(p), vec::packs32(low, low));
 }
-PXK_INLINE void storeSaturated16(int16_t* p, V128 d) { vec::storeLowHalves(bytes(p), vec::packs32(d, d)); }
+template <class V>
+PXK_INLINE void storeSaturated16(int16_t* p, V d) {
+    vec::storeLowHalves(bytes(p), vec::packs32(d, d));
+}
 PXK_INLINE void storeBytes(uint8_t* p, V128 d) {
     const V128 words = vec::packs32(d, d);
     vec::storeLowQuarters(p, vec::packus16(words, words));
