@@ -2,9 +2,11 @@
 // forward or inverse table of its type (gamma_tables.h); in place and not in place are
 // the same. The lookup is a gather, which neither vector instruction set of the two
 // builds does faster than the scalar loads; the rows of C3 and of planes, whose every
-// sample is converted, go a 64-bit word at a time (lookupWord).
+// sample is converted, go a 64-bit word at a time (lookupWord), and in the avx2 build
+// the 8u ones 32 samples at a time by byte shuffles (byte_lookup.h).
 #include "frame/checks.h"
 #include "pxkcc.h"
+#include "twist_gamma/byte_lookup.h"
 #include "twist_gamma/gamma_region.h"
 #include "twist_gamma/gamma_tables.h"
 
@@ -29,12 +31,45 @@ PXK_INLINE uint64_t lookupWord(uint64_t in, const E* table) {
     return out;
 }
 
-// A run of `count` samples, all converted (a C3 row, or a row of one plane): whole
-// words while they last, two at a time, then sample by sample.
+// The table of a call as the row kernels read it. In the avx2 build a byte table is
+// also held for the shuffle lookup (byte_lookup.h), built once a call and only when
+// the rows are long enough to use it.
 template <class T, class E>
-void lookupRun(const T* src, T* dst, std::ptrdiff_t count, const E* table) {
+struct Lookup {
+    Lookup(const E* t, std::ptrdiff_t) : table(t) {}
+    const E* table;
+};
+#if defined(PXKCC_TARGET_AVX2)
+constexpr std::ptrdiff_t kShuffleRun = 32;  // samples a shuffle lookup takes
+template <class E>
+struct Lookup<uint8_t, E> {
+    Lookup(const E* t, std::ptrdiff_t run) : table(t), shuffles(run >= kShuffleRun) {
+        if (shuffles) shuffle = shuffleTableOf(t);
+    }
+    const E* table;
+    bool shuffles;
+    ShuffleTable shuffle;
+};
+#endif
+
+// A run of `count` samples, all converted (a C3 row, or a row of one plane): blocks
+// of 32 byte samples by shuffles (avx2 build), whole words while they last, two at a
+// time, then sample by sample.
+template <class T, class E>
+void lookupRun(const T* src, T* dst, std::ptrdiff_t count, const Lookup<T, E>& lut) {
     constexpr std::ptrdiff_t kPerWord = static_cast<std::ptrdiff_t>(sizeof(uint64_t) / sizeof(T));
+    const E* table = lut.table;
     std::ptrdiff_t i = 0;
+#if defined(PXKCC_TARGET_AVX2)
+    if constexpr (sizeof(T) == 1) {
+        if (lut.shuffles) {
+            for (; i + kShuffleRun <= count; i += kShuffleRun) {
+                const vec::V256 s = vec::loadLanes<vec::V256, 16>(src + i);
+                vec::storeLanes<vec::V256, 16>(dst + i, lookup32(s, lut.shuffle));
+            }
+        }
+    }
+#endif
     for (; i + 2 * kPerWord <= count; i += 2 * kPerWord) {
         const uint64_t a = loadSample<uint64_t>(src + i), b = loadSample<uint64_t>(src + i + kPerWord);
         storeSample<uint64_t>(dst + i, lookupWord<T>(a, table));
@@ -56,19 +91,20 @@ void lookupPixels(const T* src, T* dst, int32_t width, const E* table) {
 }
 
 template <class Layout, class T, class E>
-PXK_INLINE void lookupRow(const T* src, T* dst, int32_t width, const E* table) {
+PXK_INLINE void lookupRow(const T* src, T* dst, int32_t width, const Lookup<T, E>& lut) {
     if constexpr (Layout::kChannels == Layout::kStride) {
-        lookupRun(src, dst, std::ptrdiff_t{width} * Layout::kStride, table);
+        lookupRun(src, dst, std::ptrdiff_t{width} * Layout::kStride, lut);
     } else {
-        lookupPixels<Layout>(src, dst, width, table);
+        lookupPixels<Layout>(src, dst, width, lut.table);
     }
 }
 
 template <class Layout, class T, class E>
 PxkResult lookupPacked(const T* src, int32_t srcStep, T* dst, int32_t dstStep, PxkSize size, const E* table) {
     PXK_CHECK(checkPacked(src, srcStep, dst, dstStep, size));
+    const Lookup<T, E> lut(table, std::ptrdiff_t{size.width} * Layout::kStride);
     walkPacked(src, srcStep, dst, dstStep, size,
-               [table](const T* s, T* d, int32_t width) { lookupRow<Layout>(s, d, width, table); });
+               [&lut](const T* s, T* d, int32_t width) { lookupRow<Layout>(s, d, width, lut); });
     return pxkOk;
 }
 
@@ -76,8 +112,9 @@ template <class T, class E>
 PxkResult lookupPlanar(const T* const* src, int32_t srcStep, T* const* dst, int32_t dstStep, PxkSize size,
                        const E* table) {
     PXK_CHECK(checkPlanar(src, srcStep, dst, dstStep, size));
+    const Lookup<T, E> lut(table, size.width);
     walkPlanes(src, srcStep, dst, dstStep, size,
-               [table](const T* s, T* d, int32_t width) { lookupRow<Plane>(s, d, width, table); });
+               [&lut](const T* s, T* d, int32_t width) { lookupRow<Plane>(s, d, width, lut); });
     return pxkOk;
 }
 
