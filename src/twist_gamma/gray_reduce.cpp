@@ -112,6 +112,10 @@ struct Words16u {
     PXK_INLINE static void storeGroups(T* p, F sums) {
         quads::storeLow16(p, mergeWords(vec::roundToInt(sums)));
     }
+    template <class F>
+    PXK_INLINE static void storeGroups(T* p, F a, F b) {
+        quads::storeLow16(p, mergeWords(vec::roundToInt(a)), mergeWords(vec::roundToInt(b)));
+    }
     PXK_INLINE static void storeOne(T* p, float sum) {
         pxk::storeSample(p, static_cast<T>(static_cast<uint32_t>(pxkRoundHalfEven(sum)) & 0xFFFFu));
     }
@@ -127,9 +131,17 @@ struct Words16s {
     }
     PXK_INLINE static float sample(T s) { return static_cast<float>(int32_t{s} + 32768); }
     template <class F>
-    PXK_INLINE static void storeGroups(T* p, F sums) {
+    PXK_INLINE static auto results(F sums) {
         using V = decltype(vec::roundToInt(sums));
-        quads::storeSaturated16(p, vec::sub32(vec::roundToInt(sums), vec::splat32<V>(32768)));
+        return vec::sub32(vec::roundToInt(sums), vec::splat32<V>(32768));
+    }
+    template <class F>
+    PXK_INLINE static void storeGroups(T* p, F sums) {
+        quads::storeSaturated16(p, results(sums));
+    }
+    template <class F>
+    PXK_INLINE static void storeGroups(T* p, F a, F b) {
+        quads::storeSaturated16(p, results(a), results(b));
     }
     PXK_INLINE static void storeOne(T* p, float sum) {
         const uint32_t low = (static_cast<uint32_t>(pxkRoundHalfEven(sum)) - 32768u) & 0xFFFFu;
@@ -156,17 +168,27 @@ struct Floats32f {
     }
     PXK_INLINE static float sample(T s) { return s; }
     PXK_INLINE static void storeGroups(T* p, vec::F128 sums) { vec::storeF(p, sums); }
+    PXK_INLINE static void storeGroups(T* p, vec::F128 a, vec::F128 b) {
+        vec::storeF(p, a);
+        vec::storeF(p + 4, b);
+    }
     PXK_INLINE static void storeOne(T* p, float sum) { pxk::storeSample(p, sum); }
 };
 
-// Groups of four from column x while a whole vector of V's groups fits below n; the
-// column where they stop.
+// Groups of four from column x while a whole vector of V's groups fits below n, two
+// vectors at a time while they fit (stored together); the column where they stop.
 template <class K, int Channels, class V>
 PXK_INLINE int32_t floatGroups(int32_t x, int32_t n, const typename K::T* src, typename K::T* dst,
                                const Weights<float>& w) {
     using F = vec::FloatOf<V>;
     constexpr int32_t kPixels = 4 * static_cast<int32_t>(sizeof(V) / 16);
     const F c[3] = {vec::splatF<F>(w.c[0]), vec::splatF<F>(w.c[1]), vec::splatF<F>(w.c[2])};
+    for (; x + 2 * kPixels <= n; x += 2 * kPixels) {
+        const std::ptrdiff_t at = std::ptrdiff_t{Channels} * x;
+        const words::Channels3<F> s0 = K::template loadGroups<V, Channels>(src + at);
+        const words::Channels3<F> s1 = K::template loadGroups<V, Channels>(src + at + Channels * kPixels);
+        K::storeGroups(dst + x, weightedSum(s0.c, c), weightedSum(s1.c, c));
+    }
     for (; x + kPixels <= n; x += kPixels) {
         const words::Channels3<F> s = K::template loadGroups<V, Channels>(src + std::ptrdiff_t{Channels} * x);
         K::storeGroups(dst + x, weightedSum(s.c, c));
