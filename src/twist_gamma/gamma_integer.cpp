@@ -2,8 +2,8 @@
 // forward or inverse table of its type (gamma_tables.h); in place and not in place are
 // the same. The lookup is a gather, which neither vector instruction set of the two
 // builds does faster than the scalar loads; the rows of C3 and of planes, whose every
-// sample is converted, go a 64-bit word at a time (lookupWord), and in the avx2 build
-// the 8u ones 32 samples at a time by byte shuffles (byte_lookup.h).
+// sample is converted, go a 64-bit word of 8u samples at a time (lookupWord), and in
+// the avx2 build 32 8u samples at a time by byte shuffles (byte_lookup.h).
 #include "frame/checks.h"
 #include "pxkcc.h"
 #include "twist_gamma/byte_lookup.h"
@@ -15,12 +15,12 @@ using namespace pxk::gamma;
 
 namespace {
 
-// The samples of one 64-bit word (four 16-bit or eight 8-bit), each replaced by its
-// entry: one load for the word, one a sample for the table, one store for the word.
-// The scalar loop's limit is the load and store slots (a load of the sample, a load
-// of its entry and a store of the result for each sample); this gives each sample one
-// load and an eighth or a quarter of a store, and the shifts that take the word apart
-// and put it back together run beside them.
+// The eight byte samples of one 64-bit word, each replaced by its entry: one load for
+// the word, one a sample for the table, one store for the word, where sample by sample
+// takes a load of the sample, a load of its entry and a store each; the shifts that
+// take the word apart and put it back together run beside them. (16u rows stay sample
+// by sample: their table does not fit the first-level cache, the misses bound them,
+// and words measure no faster, slower in place.)
 template <class T, class E>
 PXK_INLINE uint64_t lookupWord(uint64_t in, const E* table) {
     constexpr int kBits = 8 * static_cast<int>(sizeof(T));
@@ -52,21 +52,20 @@ struct Lookup<uint8_t, E> {
 };
 #endif
 
-// A run of `count` samples, all converted (a C3 row, or a row of one plane): blocks
-// of 32 byte samples by shuffles (avx2 build), whole words while they last, two at a
-// time, then sample by sample.
+// A run of `count` 8u samples, all converted (a C3 row, or a row of one plane): blocks
+// of 32 byte samples by shuffles (avx2 build), whole words of bytes while they last,
+// two at a time, then sample by sample.
 template <class T, class E>
 void lookupRun(const T* src, T* dst, std::ptrdiff_t count, const Lookup<T, E>& lut) {
+    static_assert(sizeof(T) == 1, "byte samples");
     constexpr std::ptrdiff_t kPerWord = static_cast<std::ptrdiff_t>(sizeof(uint64_t) / sizeof(T));
     const E* table = lut.table;  // a local: the byte stores could alias the member
     std::ptrdiff_t i = 0;
 #if defined(PXKCC_TARGET_AVX2)
-    if constexpr (sizeof(T) == 1) {
-        if (lut.shuffles) {
-            for (; i + kShuffleRun <= count; i += kShuffleRun) {
-                const vec::V256 s = vec::loadLanes<vec::V256, 16>(src + i);
-                vec::storeLanes<vec::V256, 16>(dst + i, lookup32(s, lut.shuffle));
-            }
+    if (lut.shuffles) {
+        for (; i + kShuffleRun <= count; i += kShuffleRun) {
+            const vec::V256 s = vec::loadLanes<vec::V256, 16>(src + i);
+            vec::storeLanes<vec::V256, 16>(dst + i, lookup32(s, lut.shuffle));
         }
     }
 #endif
@@ -78,8 +77,8 @@ void lookupRun(const T* src, T* dst, std::ptrdiff_t count, const Lookup<T, E>& l
     for (; i < count; ++i) storeSample(dst + i, static_cast<T>(table[loadSample(src + i)]));
 }
 
-// Pixels of three converted samples a stride apart, the samples beyond the third not
-// converted. In the avx2 build, 8u pixels go eight at a time by byte shuffles, and
+// Pixels of `Channels` converted samples a stride apart, the samples beyond them not
+// converted (all 16u rows, and 8u AC4 rows). In the avx2 build, 8u pixels go eight at a time by byte shuffles, and
 // their fourth bytes are stored back as the destination held them (read and written
 // unchanged, as the frame's AC4 stores do); the rest sample by sample, the fourth
 // neither read nor written.
@@ -111,7 +110,7 @@ void lookupPixels(const T* src, T* dst, int32_t width, const Lookup<T, E>& lut) 
 
 template <class Layout, class T, class E>
 PXK_INLINE void lookupRow(const T* src, T* dst, int32_t width, const Lookup<T, E>& lut) {
-    if constexpr (Layout::kChannels == Layout::kStride) {
+    if constexpr (Layout::kChannels == Layout::kStride && sizeof(T) == 1) {
         lookupRun(src, dst, std::ptrdiff_t{width} * Layout::kStride, lut);
     } else {
         lookupPixels<Layout>(src, dst, width, lut);
