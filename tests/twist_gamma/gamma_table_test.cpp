@@ -84,8 +84,8 @@ void everyValue(const Member<T>& m, bool forward) {
 }
 
 // Every width from 41 to 100, two rows: rows of several whole blocks (32 samples or
-// 8 pixels, words of 8 or 4 samples) followed by every remainder, which the common
-// sweep reaches only for some widths.
+// 8 pixels, words of 8 samples) followed by every remainder, which the common sweep
+// reaches only for some widths.
 template <class T>
 void widthsAroundTheBlocks(const Member<T>& m, bool forward) {
     for (int width = 41; width <= 100; ++width) {
