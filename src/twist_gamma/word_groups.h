@@ -1,8 +1,8 @@
 // Groups of four pixels of 16-bit samples as float lanes, one group a 128-bit lane:
 // a V128 holds one group, a V256 (avx2 build) two groups of consecutive pixels. The
 // three channels of a C3 or AC4 row come out as one float vector each, exactly;
-// 16s samples are offset by 32768 on the way (their sign bit flipped). Layouts only:
-// the arithmetic lives in the forms.
+// 16s samples are offset by 32768 on the way (AC4: their sign bit flipped; C3: the
+// offset added as a float). Layouts only: the arithmetic lives in the forms.
 //
 // Neither layout needs a transpose. AC4: two pixels are one 128-bit load, and a
 // pixel's first two samples (and its last two) are one 32-bit lane, so one dword pick
