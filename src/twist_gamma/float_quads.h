@@ -43,13 +43,38 @@ PXK_INLINE F128 load4Offset(const int16_t* p) {
     return vec::toFloat(vec::unpacklo16(v, vec::zero<V128>()));
 }
 
-// Four 32-bit integer results stored as samples: the low 16 bits of each; each
-// saturated to signed 16 bits; each (already within 0..255) as a byte.
-PXK_INLINE void storeLow16(uint16_t* p, V128 d) {
-    const V128 low = vec::srai32<16>(vec::slli32<16>(d));  // low halves, sign-extended: packs keeps them
+// Four 32-bit integer results (a 128-bit lane; a V256 holds eight) stored as samples:
+// the low 16 bits of each; each saturated to signed 16 bits; each (already within
+// 0..255) as a byte.
+template <class V>
+PXK_INLINE V lowHalvesSigned(V d) {
+    return vec::srai32<16>(vec::slli32<16>(d));  // low halves, sign-extended: packs keeps them
+}
+template <class V>
+PXK_INLINE void storeLow16(uint16_t* p, V d) {
+    const V low = lowHalvesSigned(d);
     vec::storeLowHalves(bytes(p), vec::packs32(low, low));
 }
-PXK_INLINE void storeSaturated16(int16_t* p, V128 d) { vec::storeLowHalves(bytes(p), vec::packs32(d, d)); }
+template <class V>
+PXK_INLINE void storeSaturated16(int16_t* p, V d) {
+    vec::storeLowHalves(bytes(p), vec::packs32(d, d));
+}
+// The same for two vectors of results, a's then b's, with one pack and one store (the
+// 256-bit form puts the packed lanes back in pixel order).
+PXK_INLINE void storePacked16(uint8_t* p, V128 a, V128 b) { vec::store128(p, vec::packs32(a, b)); }
+#if defined(PXKCC_TARGET_AVX2)
+PXK_INLINE void storePacked16(uint8_t* p, vec::V256 a, vec::V256 b) {
+    vec::storeLanes<vec::V256, 16>(p, _mm256_permute4x64_epi64(vec::packs32(a, b), _MM_SHUFFLE(3, 1, 2, 0)));
+}
+#endif
+template <class V>
+PXK_INLINE void storeLow16(uint16_t* p, V a, V b) {
+    storePacked16(bytes(p), lowHalvesSigned(a), lowHalvesSigned(b));
+}
+template <class V>
+PXK_INLINE void storeSaturated16(int16_t* p, V a, V b) {
+    storePacked16(bytes(p), a, b);
+}
 PXK_INLINE void storeBytes(uint8_t* p, V128 d) {
     const V128 words = vec::packs32(d, d);
     vec::storeLowQuarters(p, vec::packus16(words, words));

@@ -1,10 +1,12 @@
 // The 8u and 16u gamma members: each colour sample replaced by its entry in the
 // forward or inverse table of its type (gamma_tables.h); in place and not in place are
 // the same. The lookup is a gather, which neither vector instruction set of the two
-// builds does faster than the scalar loads, so the row is a scalar loop unrolled over
-// the pixel's channels.
+// builds does faster than the scalar loads; the rows of C3 and of planes, whose every
+// sample is converted, go a 64-bit word of 8u samples at a time (lookupWord), and in
+// the avx2 build 32 8u samples at a time by byte shuffles (byte_lookup.h).
 #include "frame/checks.h"
 #include "pxkcc.h"
+#include "twist_gamma/byte_lookup.h"
 #include "twist_gamma/gamma_region.h"
 #include "twist_gamma/gamma_tables.h"
 
@@ -13,9 +15,92 @@ using namespace pxk::gamma;
 
 namespace {
 
+// The eight byte samples of one 64-bit word, each replaced by its entry: one load for
+// the word, one a sample for the table, one store for the word, where sample by sample
+// takes a load of the sample, a load of its entry and a store each; the shifts that
+// take the word apart and put it back together run beside them. (16u rows stay sample
+// by sample: their table does not fit the first-level cache, the misses bound them,
+// and words measure no faster, slower in place.)
+template <class T, class E>
+PXK_INLINE uint64_t lookupWord(uint64_t in, const E* table) {
+    constexpr int kBits = 8 * static_cast<int>(sizeof(T));
+    constexpr uint64_t kMask = (uint64_t{1} << kBits) - 1u;
+    uint64_t out = 0;
+    PXK_UNROLL
+    for (int k = 0; k < 64 / kBits; ++k) out |= (uint64_t{table[(in >> (k * kBits)) & kMask]} & kMask) << (k * kBits);
+    return out;
+}
+
+// The table of a call as the row kernels read it. In the avx2 build a byte table is
+// also held for the shuffle lookup (byte_lookup.h), built once a call and only when
+// the rows are long enough to use it.
+template <class T, class E>
+struct Lookup {
+    Lookup(const E* t, std::ptrdiff_t) : table(t) {}
+    const E* table;
+};
+#if defined(PXKCC_TARGET_AVX2)
+constexpr std::ptrdiff_t kShuffleRun = 32;  // samples a shuffle lookup takes
+template <class E>
+struct Lookup<uint8_t, E> {
+    Lookup(const E* t, std::ptrdiff_t run) : table(t), shuffles(run >= kShuffleRun) {
+        if (shuffles) shuffle = shuffleTableOf(t);
+    }
+    const E* table;
+    bool shuffles;
+    ShuffleTable shuffle{};  // zeros until built
+};
+#endif
+
+// A run of `count` 8u samples, all converted (a C3 row, or a row of one plane): blocks
+// of 32 byte samples by shuffles (avx2 build), whole words of bytes while they last,
+// two at a time, then sample by sample.
+template <class T, class E>
+void lookupRun(const T* src, T* dst, std::ptrdiff_t count, const Lookup<T, E>& lut) {
+    static_assert(sizeof(T) == 1, "byte samples");
+    constexpr std::ptrdiff_t kPerWord = static_cast<std::ptrdiff_t>(sizeof(uint64_t) / sizeof(T));
+    const E* table = lut.table;  // a local: the byte stores could alias the member
+    std::ptrdiff_t i = 0;
+#if defined(PXKCC_TARGET_AVX2)
+    if (lut.shuffles) {
+        for (; i + kShuffleRun <= count; i += kShuffleRun) {
+            const vec::V256 s = vec::loadLanes<vec::V256, 16>(src + i);
+            vec::storeLanes<vec::V256, 16>(dst + i, lookup32(s, lut.shuffle));
+        }
+    }
+#endif
+    for (; i + 2 * kPerWord <= count; i += 2 * kPerWord) {
+        const uint64_t a = loadSample<uint64_t>(src + i), b = loadSample<uint64_t>(src + i + kPerWord);
+        storeSample<uint64_t>(dst + i, lookupWord<T>(a, table));
+        storeSample<uint64_t>(dst + i + kPerWord, lookupWord<T>(b, table));
+    }
+    for (; i < count; ++i) storeSample(dst + i, static_cast<T>(table[loadSample(src + i)]));
+}
+
+// Pixels of `Channels` converted samples a stride apart, the samples beyond them not
+// converted (all 16u rows, and 8u AC4 rows). In the avx2 build, 8u pixels go eight at a time by byte shuffles, and
+// their fourth bytes are stored back as the destination held them (read and written
+// unchanged, as the frame's AC4 stores do); the rest sample by sample, the fourth
+// neither read nor written.
 template <class Layout, class T, class E>
-void lookupRow(const T* src, T* dst, int32_t width, const E* table) {
-    for (int32_t x = 0; x < width; ++x) {
+void lookupPixels(const T* src, T* dst, int32_t width, const Lookup<T, E>& lut) {
+    const E* table = lut.table;  // a local: the byte stores could alias the member
+    int32_t x = 0;
+#if defined(PXKCC_TARGET_AVX2)
+    if constexpr (sizeof(T) == 1 && Layout::kStride == 4) {
+        if (lut.shuffles) {
+            using vec::V256;
+            const V256 fourth = vec::splat32<V256>(static_cast<int32_t>(0xFF000000u));
+            for (; x + 8 <= width; x += 8) {
+                const V256 s = vec::loadLanes<V256, 16>(src + std::ptrdiff_t{4} * x);
+                const V256 d = vec::loadLanes<V256, 16>(dst + std::ptrdiff_t{4} * x);
+                vec::storeLanes<V256, 16>(dst + std::ptrdiff_t{4} * x,
+                                          vec::blendBytes(lookup32(s, lut.shuffle), d, fourth));
+            }
+        }
+    }
+#endif
+    for (; x < width; ++x) {
         const T* s = src + static_cast<std::ptrdiff_t>(x) * Layout::kStride;
         T* d = dst + static_cast<std::ptrdiff_t>(x) * Layout::kStride;
         PXK_UNROLL
@@ -24,10 +109,20 @@ void lookupRow(const T* src, T* dst, int32_t width, const E* table) {
 }
 
 template <class Layout, class T, class E>
+PXK_INLINE void lookupRow(const T* src, T* dst, int32_t width, const Lookup<T, E>& lut) {
+    if constexpr (Layout::kChannels == Layout::kStride && sizeof(T) == 1) {
+        lookupRun(src, dst, std::ptrdiff_t{width} * Layout::kStride, lut);
+    } else {
+        lookupPixels<Layout>(src, dst, width, lut);
+    }
+}
+
+template <class Layout, class T, class E>
 PxkResult lookupPacked(const T* src, int32_t srcStep, T* dst, int32_t dstStep, PxkSize size, const E* table) {
     PXK_CHECK(checkPacked(src, srcStep, dst, dstStep, size));
+    const Lookup<T, E> lut(table, std::ptrdiff_t{size.width} * Layout::kStride);
     walkPacked(src, srcStep, dst, dstStep, size,
-               [table](const T* s, T* d, int32_t width) { lookupRow<Layout>(s, d, width, table); });
+               [&lut](const T* s, T* d, int32_t width) { lookupRow<Layout>(s, d, width, lut); });
     return pxkOk;
 }
 
@@ -35,8 +130,9 @@ template <class T, class E>
 PxkResult lookupPlanar(const T* const* src, int32_t srcStep, T* const* dst, int32_t dstStep, PxkSize size,
                        const E* table) {
     PXK_CHECK(checkPlanar(src, srcStep, dst, dstStep, size));
+    const Lookup<T, E> lut(table, size.width);
     walkPlanes(src, srcStep, dst, dstStep, size,
-               [table](const T* s, T* d, int32_t width) { lookupRow<Plane>(s, d, width, table); });
+               [&lut](const T* s, T* d, int32_t width) { lookupRow<Plane>(s, d, width, lut); });
     return pxkOk;
 }
 

@@ -4,7 +4,8 @@
 //   8u    16-bit fixed point. C3: the block form over width & ~3 columns (blocks of 8,
 //         then one of 4), AC4: over width & ~7; the tail form for the rest. Steps in
 //         bytes.
-//   16u   single precision over width & ~3 columns in groups of four, whose four
+//   16u   single precision over width & ~3 columns in groups of four (two at a time
+//         in the avx2 build, one a 128-bit lane), whose four
 //         results are merged into words (mergeWords); low 16 bits in the tail. Steps
 //         with their low bit cleared.
 //   16s   as 16u on samples offset by 32768; saturated in the groups, wrapped in the
@@ -20,6 +21,7 @@
 #include "frame/pixel_block.h"
 #include "twist_gamma/float_quads.h"
 #include "twist_gamma/gray_forms.h"
+#include "twist_gamma/word_groups.h"
 
 using namespace pxk;
 using namespace pxk::gray;
@@ -85,15 +87,34 @@ PxkResult reduceFixed(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t
 // 16u, 16s, 32f: groups of four pixels in float lanes, then the scalar tail.
 // ---------------------------------------------------------------------------------
 
-// What differs between the float kernels: how samples are read as floats, and how a
-// group's and a tail pixel's sums are stored.
+// What differs between the float kernels: how groups and single samples are read as
+// floats, how a group's and a tail pixel's sums are stored, and the widest vector
+// the group loop takes (16-bit samples: two groups at a time in the avx2 build).
+template <class V, bool Offset, int Channels>
+PXK_INLINE words::Channels3<vec::FloatOf<V>> loadWordGroups(const void* p) {
+    if constexpr (Channels == 3) {
+        return words::loadC3<V, Offset>(quads::bytes(p));
+    } else {
+        return words::loadAC4<V, Offset>(quads::bytes(p));
+    }
+}
+
 struct Words16u {
     using T = uint16_t;
+    using Wide = vec::Widest;
     static constexpr int kStepShift = 1;
-    PXK_INLINE static vec::F128 load4(const T* p) { return quads::load4(p); }
+    template <class V, int Channels>
+    PXK_INLINE static words::Channels3<vec::FloatOf<V>> loadGroups(const T* p) {
+        return loadWordGroups<V, false, Channels>(p);
+    }
     PXK_INLINE static float sample(T s) { return static_cast<float>(s); }
-    PXK_INLINE static void storeGroup(T* p, vec::F128 sums) {
+    template <class F>
+    PXK_INLINE static void storeGroups(T* p, F sums) {
         quads::storeLow16(p, mergeWords(vec::roundToInt(sums)));
+    }
+    template <class F>
+    PXK_INLINE static void storeGroups(T* p, F a, F b) {
+        quads::storeLow16(p, mergeWords(vec::roundToInt(a)), mergeWords(vec::roundToInt(b)));
     }
     PXK_INLINE static void storeOne(T* p, float sum) {
         pxk::storeSample(p, static_cast<T>(static_cast<uint32_t>(pxkRoundHalfEven(sum)) & 0xFFFFu));
@@ -102,11 +123,25 @@ struct Words16u {
 
 struct Words16s {
     using T = int16_t;
+    using Wide = vec::Widest;
     static constexpr int kStepShift = 1;
-    PXK_INLINE static vec::F128 load4(const T* p) { return quads::load4Offset(p); }
+    template <class V, int Channels>
+    PXK_INLINE static words::Channels3<vec::FloatOf<V>> loadGroups(const T* p) {
+        return loadWordGroups<V, true, Channels>(p);
+    }
     PXK_INLINE static float sample(T s) { return static_cast<float>(int32_t{s} + 32768); }
-    PXK_INLINE static void storeGroup(T* p, vec::F128 sums) {
-        quads::storeSaturated16(p, vec::sub32(vec::roundToInt(sums), vec::splat32<vec::V128>(32768)));
+    template <class F>
+    PXK_INLINE static auto results(F sums) {
+        using V = decltype(vec::roundToInt(sums));
+        return vec::sub32(vec::roundToInt(sums), vec::splat32<V>(32768));
+    }
+    template <class F>
+    PXK_INLINE static void storeGroups(T* p, F sums) {
+        quads::storeSaturated16(p, results(sums));
+    }
+    template <class F>
+    PXK_INLINE static void storeGroups(T* p, F a, F b) {
+        quads::storeSaturated16(p, results(a), results(b));
     }
     PXK_INLINE static void storeOne(T* p, float sum) {
         const uint32_t low = (static_cast<uint32_t>(pxkRoundHalfEven(sum)) - 32768u) & 0xFFFFu;
@@ -116,36 +151,58 @@ struct Words16s {
 
 struct Floats32f {
     using T = float;
+    using Wide = vec::V128;
     static constexpr int kStepShift = 2;
-    PXK_INLINE static vec::F128 load4(const T* p) { return quads::load4(p); }
+    // Four pixels of a C3 or AC4 row, one float vector a channel (the fourth channel
+    // of AC4 is read but not used).
+    template <class V, int Channels>
+    PXK_INLINE static words::Channels3<vec::F128> loadGroups(const T* p) {
+        if constexpr (Channels == 3) {
+            const quads::Channels3 r = quads::loadC3(p);
+            return {{r.c[0], r.c[1], r.c[2]}};
+        } else {
+            vec::F128 v[4];
+            quads::loadC4(p, v);
+            return {{v[0], v[1], v[2]}};
+        }
+    }
     PXK_INLINE static float sample(T s) { return s; }
-    PXK_INLINE static void storeGroup(T* p, vec::F128 sums) { vec::storeF(p, sums); }
+    PXK_INLINE static void storeGroups(T* p, vec::F128 sums) { vec::storeF(p, sums); }
+    PXK_INLINE static void storeGroups(T* p, vec::F128 a, vec::F128 b) {
+        vec::storeF(p, a);
+        vec::storeF(p + 4, b);
+    }
     PXK_INLINE static void storeOne(T* p, float sum) { pxk::storeSample(p, sum); }
 };
 
-// Four pixels of a C3 or AC4 row from p, one float vector a channel (the fourth
-// channel of AC4 is read but not used).
-template <class K, int Channels>
-PXK_INLINE quads::Channels3 loadGroup(const typename K::T* p) {
-    if constexpr (Channels == 3) {
-        return quads::split3(K::load4(p), K::load4(p + 4), K::load4(p + 8));
-    } else {
-        vec::F128 v[4] = {K::load4(p), K::load4(p + 4), K::load4(p + 8), K::load4(p + 12)};
-        quads::transpose4(v);
-        return quads::Channels3{{v[0], v[1], v[2]}};
+// Groups of four from column x while a whole vector of V's groups fits below n, two
+// vectors at a time while they fit (stored together); the column where they stop.
+template <class K, int Channels, class V>
+PXK_INLINE int32_t floatGroups(int32_t x, int32_t n, const typename K::T* src, typename K::T* dst,
+                               const Weights<float>& w) {
+    using F = vec::FloatOf<V>;
+    constexpr int32_t kPixels = 4 * static_cast<int32_t>(sizeof(V) / 16);
+    const F c[3] = {vec::splatF<F>(w.c[0]), vec::splatF<F>(w.c[1]), vec::splatF<F>(w.c[2])};
+    for (; x + 2 * kPixels <= n; x += 2 * kPixels) {
+        const std::ptrdiff_t at = std::ptrdiff_t{Channels} * x;
+        const words::Channels3<F> s0 = K::template loadGroups<V, Channels>(src + at);
+        const words::Channels3<F> s1 = K::template loadGroups<V, Channels>(src + at + Channels * kPixels);
+        K::storeGroups(dst + x, weightedSum(s0.c, c), weightedSum(s1.c, c));
     }
+    for (; x + kPixels <= n; x += kPixels) {
+        const words::Channels3<F> s = K::template loadGroups<V, Channels>(src + std::ptrdiff_t{Channels} * x);
+        K::storeGroups(dst + x, weightedSum(s.c, c));
+    }
+    return x;
 }
 
 template <class K, int Channels>
 void floatRow(int32_t width, const typename K::T* src, typename K::T* dst, const Weights<float>& w) {
-    const vec::F128 c[3] = {vec::splatF<vec::F128>(w.c[0]), vec::splatF<vec::F128>(w.c[1]),
-                            vec::splatF<vec::F128>(w.c[2])};
     const int32_t n = width & ~3;  // groups of four; the rest in the tail
-    for (int32_t x = 0; x < n; x += 4) {
-        const quads::Channels3 s = loadGroup<K, Channels>(src + std::ptrdiff_t{Channels} * x);
-        K::storeGroup(dst + x, weightedSum(s.c, c));
-    }
-    for (int32_t x = n; x < width; ++x) {
+    // The widest blocks first, then a last group of four that they leave (avx2 build).
+    int32_t x = floatGroups<K, Channels, typename K::Wide>(0, n, src, dst, w);
+    x = floatGroups<K, Channels, vec::V128>(x, n, src, dst, w);
+    for (; x < width; ++x) {
         const typename K::T* p = src + std::ptrdiff_t{Channels} * x;
         const float s[3] = {K::sample(loadSample(p)), K::sample(loadSample(p + 1)),
                             K::sample(loadSample(p + 2))};

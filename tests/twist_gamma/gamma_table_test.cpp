@@ -83,6 +83,19 @@ void everyValue(const Member<T>& m, bool forward) {
     ASSERT_TRUE(gammatest::runAndCheck(m, im, 256, height, byTable<T>(forward)));
 }
 
+// Every width from 41 to 100, two rows: rows of several whole blocks (32 samples or
+// 8 pixels, words of 8 samples) followed by every remainder, which the common sweep
+// reaches only for some widths.
+template <class T>
+void widthsAroundTheBlocks(const Member<T>& m, bool forward) {
+    for (int width = 41; width <= 100; ++width) {
+        gammatest::Images<T> im =
+            gammatest::makeImages<T>(m.form, width, 2, pxktest::StepKind::Odd, pxktest::StepKind::Padded,
+                                     pxktest::seedFor(m.name.c_str(), {uint32_t(width), 41u}), anyValue<T>);
+        ASSERT_TRUE(gammatest::runAndCheck(m, im, width, 2, byTable<T>(forward))) << "width " << width;
+    }
+}
+
 class GammaTable8u : public ::testing::TestWithParam<std::tuple<bool, int>> {};
 class GammaTable16u : public ::testing::TestWithParam<std::tuple<bool, int>> {};
 
@@ -100,6 +113,10 @@ TEST_P(GammaTable8u, EveryValue) {
     const bool forward = std::get<0>(GetParam());
     everyValue(members8(forward)[std::size_t(std::get<1>(GetParam()))], forward);
 }
+TEST_P(GammaTable8u, WidthsAroundTheBlocks) {
+    const bool forward = std::get<0>(GetParam());
+    widthsAroundTheBlocks(members8(forward)[std::size_t(std::get<1>(GetParam()))], forward);
+}
 TEST_P(GammaTable8u, Statuses) {
     gammatest::checkStatuses(members8(std::get<0>(GetParam()))[std::size_t(std::get<1>(GetParam()))], 0.0f, 1.0f);
 }
@@ -111,6 +128,10 @@ TEST_P(GammaTable16u, SweepAgainstTheReferenceTable) {
 TEST_P(GammaTable16u, EveryValue) {
     const bool forward = std::get<0>(GetParam());
     everyValue(members16(forward)[std::size_t(std::get<1>(GetParam()))], forward);
+}
+TEST_P(GammaTable16u, WidthsAroundTheBlocks) {
+    const bool forward = std::get<0>(GetParam());
+    widthsAroundTheBlocks(members16(forward)[std::size_t(std::get<1>(GetParam()))], forward);
 }
 TEST_P(GammaTable16u, Statuses) {
     gammatest::checkStatuses(members16(std::get<0>(GetParam()))[std::size_t(std::get<1>(GetParam()))], 0.0f, 1.0f);
