@@ -53,7 +53,16 @@ constexpr VngDirection turned(const VngDirection& d) {
     return r;
 }
 
-// The eight directions from N and NE by quarter turns.
+// A term with its two samples in one fixed order (the smaller dy, then the smaller dx,
+// first). |a - b| = |b - a|, and opposite directions share several terms (N and S the
+// three between rows -1 and 1, the diagonals of a green site five of six): written
+// alike, each shared difference is formed once a pixel.
+constexpr VngTerm ordered(VngTerm t) {
+    const bool swap = t.dy2 < t.dy1 || (t.dy2 == t.dy1 && t.dx2 < t.dx1);
+    return swap ? VngTerm{t.dx2, t.dy2, t.dx1, t.dy1, t.weight} : t;
+}
+
+// The eight directions from N and NE by quarter turns, every term ordered.
 constexpr VngDirections directionsFrom(const VngDirection& north, const VngDirection& northEast) {
     VngDirections all{};
     all.d[0] = north;
@@ -61,6 +70,9 @@ constexpr VngDirections directionsFrom(const VngDirection& north, const VngDirec
     for (int q = 1; q < 4; ++q) {
         all.d[q] = turned(all.d[q - 1]);
         all.d[4 + q] = turned(all.d[4 + q - 1]);
+    }
+    for (VngDirection& d : all.d) {
+        for (VngTerm& t : d.terms) t = ordered(t);
     }
     return all;
 }
