@@ -10,6 +10,7 @@
 #include <type_traits>
 
 #include "demosaic/bayer.h"
+#include "demosaic/cfa_forms.h"
 #include "demosaic/vng_directions.h"
 #include "frame/checks.h"
 #include "frame/drivers.h"
@@ -66,16 +67,24 @@ PXK_INLINE V quotientTowardZero(V d, V m) {
     return vec::truncToInt(vec::divF(vec::toFloat(d), vec::toFloat(m)));
 }
 
+// The threshold lo + max(hi / 2, 1) rounded half to even, in integer lanes of policy L.
+// max(hi / 2, 1) = max(hi, 2) / 2, so the threshold is s / 2 with s = 2 lo + max(hi, 2)
+// (below 2^21 for 16-bit samples, below 2^13 for 8-bit ones): s / 2 itself when s is
+// even; when s = 2k + 1, the even one of k and k + 1, that is k + (k & 1). Both come
+// to (s + ((s >> 1) & 1)) >> 1, exactly the value the scalar twin rounds in double.
+template <class L, class V>
+PXK_INLINE V vngThreshold(V lo, V hi) {
+    const V s = L::add(L::add(lo, lo), L::max(hi, L::constant(2)));
+    return L::template shiftRight<1>(L::add(s, vec::and_(L::template shiftRight<1>(s), L::constant(1))));
+}
+
 // The kept directions of one pixel of site kind Kind, from its 5x5 neighbourhood n
 // (n[dy + 2][dx + 2] the sample at (dx, dy)): their count, and the sums of the colour
 // shares over them, by destination sample. Written once over N, either int32_t (the
-// scalar twin) or a vector of 32-bit lanes, one pixel a lane. The directions' tables
-// are constants, so the loops unroll into straight code for each kind.
-//
-// The threshold lo + max(hi / 2, 1) is formed in floating point and rounded half to
-// even; every value in it is a whole number below 2^23 or half of one, exact in float
-// and in double alike, so the vector's float lanes and the scalar's double agree.
-template <int Kind, class N>
+// scalar twin, L unused) or a vector of the integer lanes of policy L, one pixel a
+// lane. The directions' tables are constants, so the loops unroll into straight code
+// for each kind.
+template <int Kind, class L, class N>
 PXK_INLINE void vngSums(const N (&n)[5][5], N& count, N (&sum)[3]) {
     constexpr const VngDirections& dirs = kVngDirections[Kind <= 1 ? 0 : 1];
     constexpr bool kScalar = std::is_same<N, int32_t>::value;
@@ -92,8 +101,8 @@ PXK_INLINE void vngSums(const N (&n)[5][5], N& count, N (&sum)[3]) {
                 const int32_t diff = a - b;
                 g += t.weight * (diff < 0 ? -diff : diff);
             } else {
-                const N term = vec::abs32(vec::sub32(a, b));
-                g = vec::add32(g, t.weight == 2 ? vec::add32(term, term) : term);
+                const N term = L::abs(L::sub(a, b));
+                g = L::add(g, t.weight == 2 ? L::add(term, term) : term);
             }
         }
         gradient[d] = g;
@@ -105,17 +114,15 @@ PXK_INLINE void vngSums(const N (&n)[5][5], N& count, N (&sum)[3]) {
             lo = std::min(lo, gradient[d]);
             hi = std::max(hi, gradient[d]);
         } else {
-            lo = vec::min32(lo, gradient[d]);
-            hi = vec::max32(hi, gradient[d]);
+            lo = L::min(lo, gradient[d]);
+            hi = L::max(hi, gradient[d]);
         }
     }
     N threshold;
     if constexpr (kScalar) {
         threshold = pxkRoundHalfEven(static_cast<double>(lo) + std::max(0.5 * hi, 1.0));
     } else {
-        using F = vec::FloatOf<N>;
-        threshold = vec::roundToInt(vec::addF(
-            vec::toFloat(lo), vec::maxF(vec::mulF(vec::toFloat(hi), vec::splatF<F>(0.5f)), vec::splatF<F>(1.0f))));
+        threshold = vngThreshold<L>(lo, hi);
     }
 
     // Every direction's shares, added where the direction is kept.
@@ -133,7 +140,7 @@ PXK_INLINE void vngSums(const N (&n)[5][5], N& count, N (&sum)[3]) {
             if constexpr (kScalar) {
                 p += sh.weight * v;
             } else if (sh.weight != 0) {
-                p = vec::add32(p, sh.weight == 2 ? vec::add32(v, v) : v);
+                p = L::add(p, sh.weight == 2 ? L::add(v, v) : v);
             }
         }
         if constexpr (kScalar) {
@@ -142,10 +149,10 @@ PXK_INLINE void vngSums(const N (&n)[5][5], N& count, N (&sum)[3]) {
             PXK_UNROLL
             for (int k = 0; k < 3; ++k) sum[k] += kept * part[k];
         } else {
-            const N kept = vec::greater32(threshold, gradient[d]);
-            count = vec::sub32(count, kept);
+            const N kept = L::less(gradient[d], threshold);
+            count = L::sub(count, kept);
             PXK_UNROLL
-            for (int k = 0; k < 3; ++k) sum[k] = vec::add32(sum[k], vec::and_(kept, part[k]));
+            for (int k = 0; k < 3; ++k) sum[k] = L::add(sum[k], vec::and_(kept, part[k]));
         }
     }
 }
@@ -180,29 +187,59 @@ PXK_INLINE void vngPixel(const T* const rows[5], int32_t x, const float scale[3]
         for (int dx = 0; dx < 5; ++dx) n[dy][dx] = loadSample(rows[dy], x + dx - 2);
     }
     int32_t count, sum[3], samples[3];
-    vngSums<Kind>(n, count, sum);
+    vngSums<Kind, void>(n, count, sum);
     vngFinish<Kind, T>(n[2][2], count, sum, scale, samples);
     PXK_UNROLL
     for (int k = 0; k < 3; ++k) storeSample(out, k, samples[k]);
 }
 
-// Pixels x, x + 1, ... of a row in 32-bit lanes: the even pixels and the odd ones.
+// The lanes of a block by sample type: 8-bit samples in 16-bit lanes, sixteen pixels a
+// 128-bit lane (a gradient stays below 8 x 255, a colour sum below 16 x 255, the
+// threshold's s below 3 x 2040); 16-bit samples in 32-bit lanes, eight pixels a 128-bit
+// lane. Either way a block is its even pixels and its odd ones, a vector each.
 template <class T>
 struct VngLanes {
+    static constexpr int kBits = 16 * int(sizeof(T));
     template <class V>
-    static constexpr int32_t kPixels = 8 * vec::kLanes<V>;
+    using Policy = SumLanes<V, kBits>;
+    // One lane's value, for the results passed through the stack.
+    using Lane = std::conditional_t<kBits == 16, int16_t, int32_t>;
+    template <class V>
+    static constexpr int32_t kPixels = 256 / kBits * vec::kLanes<V>;
 
+    // The pixels x, x + 1, ... of a row: the even ones and the odd ones.
     template <class V>
     static PXK_INLINE void load(const T* row, int32_t x, V& even, V& odd) {
-        const uint8_t* p = reinterpret_cast<const uint8_t*>(row + x);
-        V v;
-        if constexpr (sizeof(T) == 1) {
-            v = vec::unpacklo8(vec::loadLowHalves<V>(p), vec::zero<V>());
+        const V v = vec::loadLanes<V, 16>(reinterpret_cast<const uint8_t*>(row + x));
+        if constexpr (kBits == 16) {
+            even = vec::and_(v, vec::splat16<V>(0xFF));
+            odd = vec::srli16<8>(v);
         } else {
-            v = vec::loadLanes<V, 16>(p);
+            even = vec::and_(v, vec::splat32<V>(0xFFFF));
+            odd = vec::srli32<16>(v);
         }
-        even = vec::and_(v, vec::splat32<V>(0xFFFF));
-        odd = vec::srli32<16>(v);
+    }
+
+    // vngFinish on the lanes of a block. 16-bit lanes, all of them non-negative here,
+    // go through it as two halves widened to 32 bits, and the results (0 to 255) are
+    // narrowed back in their order.
+    template <int Kind, class V>
+    static PXK_INLINE void finish(V centre, V count, const V (&sum)[3], const float scale[3], V (&out)[3]) {
+        if constexpr (kBits == 32) {
+            vngFinish<Kind, T>(centre, count, sum, scale, out);
+        } else {
+            V half[2][3];
+            PXK_UNROLL
+            for (int h = 0; h < 2; ++h) {
+                const auto widen = [h](V v) PXK_LAMBDA_INLINE {
+                    return h == 0 ? vec::unpacklo16(v, vec::zero<V>()) : vec::unpackhi16(v, vec::zero<V>());
+                };
+                const V wideSum[3] = {widen(sum[0]), widen(sum[1]), widen(sum[2])};
+                vngFinish<Kind, T>(widen(centre), widen(count), wideSum, scale, half[h]);
+            }
+            PXK_UNROLL
+            for (int k = 0; k < 3; ++k) out[k] = vec::packs32(half[0][k], half[1][k]);
+        }
     }
 };
 
@@ -210,29 +247,32 @@ struct VngLanes {
 // KindB: all of it in vector lanes, then the three samples of each pixel stored.
 template <int KindA, int KindB, class V, class T>
 PXK_INLINE void vngBlock(const T* const rows[5], int32_t x, const float scale[3], T* out) {
-    constexpr int32_t kHalf = VngLanes<T>::template kPixels<V> / 2;
+    using Lanes = VngLanes<T>;
+    using L = typename Lanes::template Policy<V>;
+    constexpr int32_t kHalf = Lanes::template kPixels<V> / 2;
     V n[2][5][5];
     PXK_UNROLL
     for (int dy = 0; dy < 5; ++dy) {
         PXK_UNROLL
-        for (int dx = 0; dx < 5; ++dx) VngLanes<T>::load(rows[dy], x + dx - 2, n[0][dy][dx], n[1][dy][dx]);
+        for (int dx = 0; dx < 5; ++dx) Lanes::load(rows[dy], x + dx - 2, n[0][dy][dx], n[1][dy][dx]);
     }
-    alignas(32) int32_t samples[2][3][kHalf];
+    alignas(32) typename Lanes::Lane samples[2][3][kHalf];
     PXK_UNROLL
     for (int p = 0; p < 2; ++p) {
         V count, sum[3], out3[3];
         if (p == 0) {
-            vngSums<KindA>(n[0], count, sum);
-            vngFinish<KindA, T>(n[0][2][2], count, sum, scale, out3);
+            vngSums<KindA, L>(n[0], count, sum);
+            Lanes::template finish<KindA>(n[0][2][2], count, sum, scale, out3);
         } else {
-            vngSums<KindB>(n[1], count, sum);
-            vngFinish<KindB, T>(n[1][2][2], count, sum, scale, out3);
+            vngSums<KindB, L>(n[1], count, sum);
+            Lanes::template finish<KindB>(n[1][2][2], count, sum, scale, out3);
         }
         PXK_UNROLL
         for (int k = 0; k < 3; ++k) vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(samples[p][k]), out3[k]);
     }
-    // Lane i of a 128-bit lane L holds pixel 8 L + 2 i of the even half, 8 L + 2 i + 1 of
-    // the odd one; the fourth sample of each pixel is not written.
+    // Entry i of a half holds pixel 2 i of the even half, 2 i + 1 of the odd one (the
+    // lanes of a 128-bit lane L hold the pixels of L's run of 16 bytes); the fourth
+    // sample of each pixel is not written.
     PXK_UNROLL
     for (int32_t i = 0; i < kHalf; ++i) {
         PXK_UNROLL
@@ -245,8 +285,8 @@ PXK_INLINE void vngBlock(const T* const rows[5], int32_t x, const float scale[3]
 }
 
 // Columns x0 to x1 of interior row y, whose sites alternate between KindA (at x0) and
-// KindB: vector blocks over the first count - count % 8 columns, the scalar twin after
-// them (both give the same bits).
+// KindB: vector blocks over the first count - count % kNarrow columns (16 for 8-bit
+// samples, 8 for 16-bit ones), the scalar twin after them (both give the same bits).
 template <int KindA, int KindB, class T>
 void vngRow(const SourceImage<T>& img, int32_t y, int32_t x0, int32_t x1, const float scale[3], T* out) {
     const T* rows[5];
