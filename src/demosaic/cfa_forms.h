@@ -39,6 +39,8 @@ struct SumLanes {
     PXK_SUM_LANES_OP(less, vec::greater16, vec::greater32, (V a, V b), (b, a))
     template <int N>
     PXK_SUM_LANES_OP(shiftRight, vec::srli16<N>, vec::srli32<N>, (V a), (a))
+    template <int N>
+    PXK_SUM_LANES_OP(shiftLeft, vec::slli16<N>, vec::slli32<N>, (V a), (a))
 };
 
 #undef PXK_SUM_LANES_OP

@@ -256,7 +256,11 @@ PXK_INLINE void vngBlock(const T* const rows[5], int32_t x, const float scale[3]
         PXK_UNROLL
         for (int dx = 0; dx < 5; ++dx) Lanes::load(rows[dy], x + dx - 2, n[0][dy][dx], n[1][dy][dx]);
     }
-    alignas(32) typename Lanes::Lane samples[2][3][kHalf];
+    // Samples 0 and 1 of a pixel joined in one lane (as they lie in memory, the low
+    // sample first), sample 2 in another.
+    using Lane = typename Lanes::Lane;
+    alignas(32) Lane firstTwo[2][kHalf];
+    alignas(32) Lane third[2][kHalf];
     PXK_UNROLL
     for (int p = 0; p < 2; ++p) {
         V count, sum[3], out3[3];
@@ -267,19 +271,21 @@ PXK_INLINE void vngBlock(const T* const rows[5], int32_t x, const float scale[3]
             vngSums<KindB, L>(n[1], count, sum);
             Lanes::template finish<KindB>(n[1][2][2], count, sum, scale, out3);
         }
-        PXK_UNROLL
-        for (int k = 0; k < 3; ++k) vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(samples[p][k]), out3[k]);
+        const V joined = vec::or_(out3[0], L::template shiftLeft<8 * int(sizeof(T))>(out3[1]));
+        vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(firstTwo[p]), joined);
+        vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(third[p]), out3[2]);
     }
     // Entry i of a half holds pixel 2 i of the even half, 2 i + 1 of the odd one (the
-    // lanes of a 128-bit lane L hold the pixels of L's run of 16 bytes); the fourth
-    // sample of each pixel is not written.
+    // lanes of a 128-bit lane L hold the pixels of L's run of 16 bytes). Each pixel takes
+    // two stores, samples 0 and 1 together, then sample 2; its fourth sample is not
+    // written.
     PXK_UNROLL
     for (int32_t i = 0; i < kHalf; ++i) {
         PXK_UNROLL
         for (int p = 0; p < 2; ++p) {
             T* pixel = out + 4 * (2 * i + p);
-            PXK_UNROLL
-            for (int k = 0; k < 3; ++k) storeSample(pixel, k, samples[p][k][i]);
+            std::memcpy(pixel, &firstTwo[p][i], 2 * sizeof(T));
+            storeSample(pixel, 2, third[p][i]);
         }
     }
 }
