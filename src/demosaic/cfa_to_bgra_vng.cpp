@@ -250,11 +250,21 @@ PXK_INLINE void vngBlock(const T* const rows[5], int32_t x, const float scale[3]
     using Lanes = VngLanes<T>;
     using L = typename Lanes::template Policy<V>;
     constexpr int32_t kHalf = Lanes::template kPixels<V> / 2;
+    // The odd pixels at offset dx are the even pixels at offset dx + 1: the even pixels
+    // of each row at the offsets -2 to 3 serve both halves, so that the differences the
+    // halves share (all the orthogonal ones, some diagonal ones) are formed once.
     V n[2][5][5];
     PXK_UNROLL
     for (int dy = 0; dy < 5; ++dy) {
+        V even[6], odd;
         PXK_UNROLL
-        for (int dx = 0; dx < 5; ++dx) Lanes::load(rows[dy], x + dx - 2, n[0][dy][dx], n[1][dy][dx]);
+        for (int j = 0; j < 5; ++j) Lanes::load(rows[dy], x + j - 2, even[j], odd);
+        even[5] = odd;
+        PXK_UNROLL
+        for (int dx = 0; dx < 5; ++dx) {
+            n[0][dy][dx] = even[dx];
+            n[1][dy][dx] = even[dx + 1];
+        }
     }
     // Samples 0 and 1 of a pixel joined in one lane (as they lie in memory, the low
     // sample first), sample 2 in another.
