@@ -78,34 +78,71 @@ PXK_INLINE V vngThreshold(V lo, V hi) {
     return L::template shiftRight<1>(L::add(s, vec::and_(L::template shiftRight<1>(s), L::constant(1))));
 }
 
-// The kept directions of one pixel of site kind Kind, from its 5x5 neighbourhood n
-// (n[dy + 2][dx + 2] the sample at (dx, dy)): their count, and the sums of the colour
-// shares over them, by destination sample. Written once over N, either int32_t (the
-// scalar twin, L unused) or a vector of the integer lanes of policy L, one pixel a
-// lane. The directions' tables are constants, so the loops unroll into straight code
-// for each kind.
+// a + b and |a - b| on N, either int32_t or a vector of the integer lanes of policy L.
+template <class L, class N>
+PXK_INLINE N plus(N a, N b) {
+    if constexpr (std::is_same<N, int32_t>::value) {
+        return a + b;
+    } else {
+        return L::add(a, b);
+    }
+}
+template <class L, class N>
+PXK_INLINE N absDiff(N a, N b) {
+    if constexpr (std::is_same<N, int32_t>::value) {
+        const int32_t d = a - b;
+        return d < 0 ? -d : d;
+    } else {
+        return L::abs(L::sub(a, b));
+    }
+}
+
+// The sum of weight x |a - b| over the terms of direction d of table Table that it
+// shares with its opposite direction (Shared) or that are its own (!Shared), from the
+// 5x5 neighbourhood n (n[dy + 2][dx + 2] the sample at (dx, dy)). The terms counted
+// twice are summed first and doubled once. The tables are constants, so the loops
+// unroll into straight code and the tests fold away.
+template <int Table, class L, bool Shared, class N>
+PXK_INLINE N gradientPart(int d, const N (&n)[5][5]) {
+    constexpr const VngDirections& dirs = kVngDirections[Table];
+    N once{}, twice{};
+    bool anyOnce = false, anyTwice = false;
+    PXK_UNROLL
+    for (int i = 0; i < 6; ++i) {
+        if (((kVngShared[Table].mask[d] >> i) & 1) != (Shared ? 1 : 0)) continue;
+        const VngTerm& t = dirs.d[d].terms[i];
+        const N term = absDiff<L>(n[t.dy1 + 2][t.dx1 + 2], n[t.dy2 + 2][t.dx2 + 2]);
+        if (t.weight == 2) {
+            twice = anyTwice ? plus<L>(twice, term) : term;
+            anyTwice = true;
+        } else {
+            once = anyOnce ? plus<L>(once, term) : term;
+            anyOnce = true;
+        }
+    }
+    if (!anyTwice) return once;
+    const N doubled = plus<L>(twice, twice);
+    return anyOnce ? plus<L>(doubled, once) : doubled;
+}
+
+// The kept directions of one pixel of site kind Kind, from its 5x5 neighbourhood n:
+// their count, and the sums of the colour shares over them, by destination sample.
+// Written once over N, either int32_t (the scalar twin, L unused) or a vector of the
+// integer lanes of policy L, one pixel a lane. Opposite directions add up the terms
+// they share once.
 template <int Kind, class L, class N>
 PXK_INLINE void vngSums(const N (&n)[5][5], N& count, N (&sum)[3]) {
-    constexpr const VngDirections& dirs = kVngDirections[Kind <= 1 ? 0 : 1];
+    constexpr int kTable = Kind <= 1 ? 0 : 1;
+    constexpr const VngDirections& dirs = kVngDirections[kTable];
     constexpr bool kScalar = std::is_same<N, int32_t>::value;
     N gradient[8];
     PXK_UNROLL
     for (int d = 0; d < 8; ++d) {
-        N g{};
-        PXK_UNROLL
-        for (int i = 0; i < 6; ++i) {
-            const VngTerm& t = dirs.d[d].terms[i];
-            const N& a = n[t.dy1 + 2][t.dx1 + 2];
-            const N& b = n[t.dy2 + 2][t.dx2 + 2];
-            if constexpr (kScalar) {
-                const int32_t diff = a - b;
-                g += t.weight * (diff < 0 ? -diff : diff);
-            } else {
-                const N term = L::abs(L::sub(a, b));
-                g = L::add(g, t.weight == 2 ? L::add(term, term) : term);
-            }
-        }
-        gradient[d] = g;
+        const int o = oppositeOf(d);
+        if (o < d) continue;
+        const N shared = gradientPart<kTable, L, true>(d, n);
+        gradient[d] = plus<L>(shared, gradientPart<kTable, L, false>(d, n));
+        gradient[o] = plus<L>(shared, gradientPart<kTable, L, false>(o, n));
     }
     N lo = gradient[0], hi = gradient[0];
     PXK_UNROLL
