@@ -231,9 +231,9 @@ PXK_INLINE void vngPixel(const T* const rows[5], int32_t x, const float scale[3]
 }
 
 // The lanes of a block by sample type: 8-bit samples in 16-bit lanes, sixteen pixels a
-// 128-bit lane (a gradient stays below 8 x 255, a colour sum below 16 x 255, the
-// threshold's s below 3 x 2040); 16-bit samples in 32-bit lanes, eight pixels a 128-bit
-// lane. Either way a block is its even pixels and its odd ones, a vector each.
+// 128-bit lane (a gradient is at most 8 x 255, a colour sum at most 16 x 255, the
+// threshold's s at most 3 x 2040); 16-bit samples in 32-bit lanes, eight pixels a
+// 128-bit lane. Either way a block is its even pixels and its odd ones, a vector each.
 template <class T>
 struct VngLanes {
     static constexpr int kBits = 16 * int(sizeof(T));
