@@ -29,6 +29,7 @@ namespace demosaic {
 template <class V, int Bits>
 struct SumLanes {
     static_assert(Bits == 16 || Bits == 32, "16-bit or 32-bit lanes");
+    static constexpr int kBits = Bits;
     PXK_SUM_LANES_OP(add, vec::add16, vec::add32, (V a, V b), (a, b))
     PXK_SUM_LANES_OP(sub, vec::sub16, vec::sub32, (V a, V b), (a, b))
     PXK_SUM_LANES_OP(abs, vec::abs16, vec::abs32, (V a), (a))

@@ -67,11 +67,12 @@ PXK_INLINE V quotientTowardZero(V d, V m) {
     return vec::truncToInt(vec::divF(vec::toFloat(d), vec::toFloat(m)));
 }
 
-// The threshold lo + max(hi / 2, 1) rounded half to even, in integer lanes of policy L.
+// The threshold lo + max(hi / 2, 1) rounded half to even, in integer lanes of policy L
+// (the 16-bit lanes of 8-bit samples, which have no float lanes of their width).
 // max(hi / 2, 1) = max(hi, 2) / 2, so the threshold is s / 2 with s = 2 lo + max(hi, 2)
-// (below 2^21 for 16-bit samples, below 2^13 for 8-bit ones): s / 2 itself when s is
-// even; when s = 2k + 1, the even one of k and k + 1, that is k + (k & 1). Both come
-// to (s + ((s >> 1) & 1)) >> 1, exactly the value the scalar twin rounds in double.
+// (at most 3 x 2040): s / 2 itself when s is even; when s = 2k + 1, the even one of k
+// and k + 1, that is k + (k & 1). Both come to (s + ((s >> 1) & 1)) >> 1, exactly the
+// value the scalar twin rounds in double.
 template <class L, class V>
 PXK_INLINE V vngThreshold(V lo, V hi) {
     const V s = L::add(L::add(lo, lo), L::max(hi, L::constant(2)));
@@ -144,21 +145,36 @@ PXK_INLINE void vngSums(const N (&n)[5][5], N& count, N (&sum)[3]) {
         gradient[d] = plus<L>(shared, gradientPart<kTable, L, false>(d, n));
         gradient[o] = plus<L>(shared, gradientPart<kTable, L, false>(o, n));
     }
-    N lo = gradient[0], hi = gradient[0];
-    PXK_UNROLL
-    for (int d = 1; d < 8; ++d) {
-        if constexpr (kScalar) {
+    N threshold;
+    if constexpr (kScalar) {
+        int32_t lo = gradient[0], hi = gradient[0];
+        PXK_UNROLL
+        for (int d = 1; d < 8; ++d) {
             lo = std::min(lo, gradient[d]);
             hi = std::max(hi, gradient[d]);
-        } else {
+        }
+        threshold = pxkRoundHalfEven(static_cast<double>(lo) + std::max(0.5 * hi, 1.0));
+    } else if constexpr (L::kBits == 32) {
+        // In 32-bit lanes the extremes and the threshold are taken in float lanes, where
+        // min and max are single operations in both builds: the gradients (below 2^19)
+        // are exact there, and so is lo + max(hi / 2, 1), a multiple of 1/2 below 2^20,
+        // which the conversion rounds half to even as the scalar twin does in double.
+        using F = vec::FloatOf<N>;
+        F lo = vec::toFloat(gradient[0]), hi = lo;
+        PXK_UNROLL
+        for (int d = 1; d < 8; ++d) {
+            const F g = vec::toFloat(gradient[d]);
+            lo = vec::minF(lo, g);
+            hi = vec::maxF(hi, g);
+        }
+        threshold = vec::roundToInt(vec::addF(lo, vec::maxF(vec::mulF(hi, vec::splatF<F>(0.5f)), vec::splatF<F>(1.0f))));
+    } else {
+        N lo = gradient[0], hi = gradient[0];
+        PXK_UNROLL
+        for (int d = 1; d < 8; ++d) {
             lo = L::min(lo, gradient[d]);
             hi = L::max(hi, gradient[d]);
         }
-    }
-    N threshold;
-    if constexpr (kScalar) {
-        threshold = pxkRoundHalfEven(static_cast<double>(lo) + std::max(0.5 * hi, 1.0));
-    } else {
         threshold = vngThreshold<L>(lo, hi);
     }
 
