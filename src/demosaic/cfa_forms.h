@@ -13,41 +13,38 @@ namespace pxk {
 namespace demosaic {
 
 // Lanes of `Bits` bits (16 for 8-bit samples, 32 for 16-bit samples), wide enough for
-// a sum of four samples, and the few operations the forms need on them. Samples are
-// unsigned and sums stay below the lane's sign bit.
+// a sum of four samples (and for the gradients and colour sums of the VNG demosaic),
+// and the few operations the forms need on them. Samples are unsigned and sums stay
+// below the lane's sign bit; differences are signed.
+// The operation of the lane width: op16 on 16-bit lanes, op32 on 32-bit lanes.
+#define PXK_SUM_LANES_OP(name, op16, op32, params, args)       \
+    static PXK_INLINE V name params {                          \
+        if constexpr (Bits == 16) {                            \
+            return op16 args;                                  \
+        } else {                                               \
+            return op32 args;                                  \
+        }                                                      \
+    }
+
 template <class V, int Bits>
 struct SumLanes {
     static_assert(Bits == 16 || Bits == 32, "16-bit or 32-bit lanes");
-    static PXK_INLINE V add(V a, V b) {
-        if constexpr (Bits == 16) {
-            return vec::add16(a, b);
-        } else {
-            return vec::add32(a, b);
-        }
-    }
-    static PXK_INLINE V constant(int32_t k) {
-        if constexpr (Bits == 16) {
-            return vec::splat16<V>(k);
-        } else {
-            return vec::splat32<V>(k);
-        }
-    }
+    static constexpr int kBits = Bits;
+    PXK_SUM_LANES_OP(add, vec::add16, vec::add32, (V a, V b), (a, b))
+    PXK_SUM_LANES_OP(sub, vec::sub16, vec::sub32, (V a, V b), (a, b))
+    PXK_SUM_LANES_OP(abs, vec::abs16, vec::abs32, (V a), (a))
+    PXK_SUM_LANES_OP(min, vec::min16, vec::min32, (V a, V b), (a, b))
+    PXK_SUM_LANES_OP(max, vec::max16, vec::max32, (V a, V b), (a, b))
+    PXK_SUM_LANES_OP(constant, vec::splat16<V>, vec::splat32<V>, (int32_t k), (k))
+    // All ones where a < b.
+    PXK_SUM_LANES_OP(less, vec::greater16, vec::greater32, (V a, V b), (b, a))
     template <int N>
-    static PXK_INLINE V shiftRight(V a) {
-        if constexpr (Bits == 16) {
-            return vec::srli16<N>(a);
-        } else {
-            return vec::srli32<N>(a);
-        }
-    }
-    static PXK_INLINE V less(V a, V b) {
-        if constexpr (Bits == 16) {
-            return vec::greater16(b, a);
-        } else {
-            return vec::greater32(b, a);
-        }
-    }
+    PXK_SUM_LANES_OP(shiftRight, vec::srli16<N>, vec::srli32<N>, (V a), (a))
+    template <int N>
+    PXK_SUM_LANES_OP(shiftLeft, vec::slli16<N>, vec::slli32<N>, (V a), (a))
 };
+
+#undef PXK_SUM_LANES_OP
 
 // |a - b| of samples below 2^16 in either lane width: the two saturating differences,
 // one of which is 0 (the upper halves of 32-bit lanes are 0 on both sides).

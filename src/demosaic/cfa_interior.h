@@ -51,19 +51,30 @@ struct CfaLanes {
             for (int k = 0; k < 3; ++k) simd::evenOddToBlockHalves(even[k], odd[k], b.half[0].c[k], b.half[1].c[k]);
             PackedC3Out{{out}}.store(0, b);
         } else {
-            // The halves joined back into pixel order, then interleaved through the stack.
-            constexpr int32_t n = kPixels<V>;
-            alignas(32) uint16_t planes[3][n];
-            PXK_UNROLL
-            for (int k = 0; k < 3; ++k) {
-                vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(planes[k]),
-                                       vec::or_(even[k], vec::slli32<16>(odd[k])));
-            }
-            PXK_UNROLL
-            for (int32_t i = 0; i < n; ++i) {
-                for (int k = 0; k < 3; ++k) storeSample(out, 3 * i + k, planes[k][i]);
-            }
+            storeWords3(reinterpret_cast<uint8_t*>(out), even, odd);
         }
+    }
+
+    // Eight pixels a 128-bit lane of three 16-bit channels, each channel's even pixels
+    // (0, 2, 4, 6) and odd pixels in 32-bit lanes, as 48 bytes of interleaved pixels a
+    // lane. The samples first pair up in 32-bit lanes as they stand in memory:
+    //   a = c0 c1 of the even pixels, b = c2 of an even pixel with c0 of the next odd
+    //   one, c = c1 c2 of the odd pixels,
+    // so that the lane's 48 bytes are a0 b0 c0 a1 | b1 c1 a2 b2 | c2 a3 b3 c3.
+    template <class V>
+    static PXK_INLINE void storeWords3(uint8_t* out, const V (&even)[3], const V (&odd)[3]) {
+        const V a = vec::or_(even[0], vec::slli32<16>(even[1]));
+        const V b = vec::or_(even[2], vec::slli32<16>(odd[0]));
+        const V c = vec::or_(odd[1], vec::slli32<16>(odd[2]));
+        const V ab = vec::unpacklo32(a, b);   // a0 b0 a1 b1
+        const V ca = vec::unpacklo32(c, a);   // c0 a0 c1 a1
+        const V bc = vec::unpacklo32(b, c);   // b0 c0 b1 c1
+        const V abHi = vec::unpackhi32(a, b);  // a2 b2 a3 b3
+        const V caHi = vec::unpackhi32(c, a);  // c2 a2 c3 a3
+        const V bcHi = vec::unpackhi32(b, c);  // b2 c2 b3 c3
+        vec::storeLanes<V, 48>(out, vec::shuffle2x32<_MM_SHUFFLE(3, 0, 1, 0)>(ab, ca));
+        vec::storeLanes<V, 48>(out + 16, vec::shuffle2x32<_MM_SHUFFLE(1, 0, 3, 2)>(bc, abHi));
+        vec::storeLanes<V, 48>(out + 32, vec::shuffle2x32<_MM_SHUFFLE(3, 2, 3, 0)>(caHi, bcHi));
     }
 };
 

@@ -10,6 +10,7 @@
 #include <type_traits>
 
 #include "demosaic/bayer.h"
+#include "demosaic/cfa_forms.h"
 #include "demosaic/vng_directions.h"
 #include "frame/checks.h"
 #include "frame/drivers.h"
@@ -66,56 +67,115 @@ PXK_INLINE V quotientTowardZero(V d, V m) {
     return vec::truncToInt(vec::divF(vec::toFloat(d), vec::toFloat(m)));
 }
 
-// The kept directions of one pixel of site kind Kind, from its 5x5 neighbourhood n
-// (n[dy + 2][dx + 2] the sample at (dx, dy)): their count, and the sums of the colour
-// shares over them, by destination sample. Written once over N, either int32_t (the
-// scalar twin) or a vector of 32-bit lanes, one pixel a lane. The directions' tables
-// are constants, so the loops unroll into straight code for each kind.
-//
-// The threshold lo + max(hi / 2, 1) is formed in floating point and rounded half to
-// even; every value in it is a whole number below 2^23 or half of one, exact in float
-// and in double alike, so the vector's float lanes and the scalar's double agree.
-template <int Kind, class N>
+// The threshold lo + max(hi / 2, 1) rounded half to even, in integer lanes of policy L
+// (the 16-bit lanes of 8-bit samples, which have no float lanes of their width).
+// max(hi / 2, 1) = max(hi, 2) / 2, so the threshold is s / 2 with s = 2 lo + max(hi, 2)
+// (at most 3 x 2040): s / 2 itself when s is even; when s = 2k + 1, the even one of k
+// and k + 1, that is k + (k & 1). Both come to (s + ((s >> 1) & 1)) >> 1, exactly the
+// value the scalar twin rounds in double.
+template <class L, class V>
+PXK_INLINE V vngThreshold(V lo, V hi) {
+    const V s = L::add(L::add(lo, lo), L::max(hi, L::constant(2)));
+    return L::template shiftRight<1>(L::add(s, vec::and_(L::template shiftRight<1>(s), L::constant(1))));
+}
+
+// a + b and |a - b| on N, either int32_t or a vector of the integer lanes of policy L.
+template <class L, class N>
+PXK_INLINE N plus(N a, N b) {
+    if constexpr (std::is_same<N, int32_t>::value) {
+        return a + b;
+    } else {
+        return L::add(a, b);
+    }
+}
+template <class L, class N>
+PXK_INLINE N absDiff(N a, N b) {
+    if constexpr (std::is_same<N, int32_t>::value) {
+        const int32_t d = a - b;
+        return d < 0 ? -d : d;
+    } else {
+        return L::abs(L::sub(a, b));
+    }
+}
+
+// The sum of weight x |a - b| over the terms of direction d of table Table that it
+// shares with its opposite direction (Shared) or that are its own (!Shared), from the
+// 5x5 neighbourhood n (n[dy + 2][dx + 2] the sample at (dx, dy)). The terms counted
+// twice are summed first and doubled once. The tables are constants, so the loops
+// unroll into straight code and the tests fold away.
+template <int Table, class L, bool Shared, class N>
+PXK_INLINE N gradientPart(int d, const N (&n)[5][5]) {
+    constexpr const VngDirections& dirs = kVngDirections[Table];
+    N once{}, twice{};
+    bool anyOnce = false, anyTwice = false;
+    PXK_UNROLL
+    for (int i = 0; i < 6; ++i) {
+        if (((kVngShared[Table].mask[d] >> i) & 1) != (Shared ? 1 : 0)) continue;
+        const VngTerm& t = dirs.d[d].terms[i];
+        const N term = absDiff<L>(n[t.dy1 + 2][t.dx1 + 2], n[t.dy2 + 2][t.dx2 + 2]);
+        if (t.weight == 2) {
+            twice = anyTwice ? plus<L>(twice, term) : term;
+            anyTwice = true;
+        } else {
+            once = anyOnce ? plus<L>(once, term) : term;
+            anyOnce = true;
+        }
+    }
+    if (!anyTwice) return once;
+    const N doubled = plus<L>(twice, twice);
+    return anyOnce ? plus<L>(doubled, once) : doubled;
+}
+
+// The kept directions of one pixel of site kind Kind, from its 5x5 neighbourhood n:
+// their count, and the sums of the colour shares over them, by destination sample.
+// Written once over N, either int32_t (the scalar twin, L unused) or a vector of the
+// integer lanes of policy L, one pixel a lane. Opposite directions add up the terms
+// they share once.
+template <int Kind, class L, class N>
 PXK_INLINE void vngSums(const N (&n)[5][5], N& count, N (&sum)[3]) {
-    constexpr const VngDirections& dirs = kVngDirections[Kind <= 1 ? 0 : 1];
+    constexpr int kTable = Kind <= 1 ? 0 : 1;
+    constexpr const VngDirections& dirs = kVngDirections[kTable];
     constexpr bool kScalar = std::is_same<N, int32_t>::value;
     N gradient[8];
     PXK_UNROLL
     for (int d = 0; d < 8; ++d) {
-        N g{};
-        PXK_UNROLL
-        for (int i = 0; i < 6; ++i) {
-            const VngTerm& t = dirs.d[d].terms[i];
-            const N& a = n[t.dy1 + 2][t.dx1 + 2];
-            const N& b = n[t.dy2 + 2][t.dx2 + 2];
-            if constexpr (kScalar) {
-                const int32_t diff = a - b;
-                g += t.weight * (diff < 0 ? -diff : diff);
-            } else {
-                const N term = vec::abs32(vec::sub32(a, b));
-                g = vec::add32(g, t.weight == 2 ? vec::add32(term, term) : term);
-            }
-        }
-        gradient[d] = g;
-    }
-    N lo = gradient[0], hi = gradient[0];
-    PXK_UNROLL
-    for (int d = 1; d < 8; ++d) {
-        if constexpr (kScalar) {
-            lo = std::min(lo, gradient[d]);
-            hi = std::max(hi, gradient[d]);
-        } else {
-            lo = vec::min32(lo, gradient[d]);
-            hi = vec::max32(hi, gradient[d]);
-        }
+        const int o = oppositeOf(d);
+        if (o < d) continue;
+        const N shared = gradientPart<kTable, L, true>(d, n);
+        gradient[d] = plus<L>(shared, gradientPart<kTable, L, false>(d, n));
+        gradient[o] = plus<L>(shared, gradientPart<kTable, L, false>(o, n));
     }
     N threshold;
     if constexpr (kScalar) {
+        int32_t lo = gradient[0], hi = gradient[0];
+        PXK_UNROLL
+        for (int d = 1; d < 8; ++d) {
+            lo = std::min(lo, gradient[d]);
+            hi = std::max(hi, gradient[d]);
+        }
         threshold = pxkRoundHalfEven(static_cast<double>(lo) + std::max(0.5 * hi, 1.0));
-    } else {
+    } else if constexpr (L::kBits == 32) {
+        // In 32-bit lanes the extremes and the threshold are taken in float lanes, where
+        // min and max are single operations in both builds: the gradients (below 2^19)
+        // are exact there, and so is lo + max(hi / 2, 1), a multiple of 1/2 below 2^20,
+        // which the conversion rounds half to even as the scalar twin does in double.
         using F = vec::FloatOf<N>;
-        threshold = vec::roundToInt(vec::addF(
-            vec::toFloat(lo), vec::maxF(vec::mulF(vec::toFloat(hi), vec::splatF<F>(0.5f)), vec::splatF<F>(1.0f))));
+        F lo = vec::toFloat(gradient[0]), hi = lo;
+        PXK_UNROLL
+        for (int d = 1; d < 8; ++d) {
+            const F g = vec::toFloat(gradient[d]);
+            lo = vec::minF(lo, g);
+            hi = vec::maxF(hi, g);
+        }
+        threshold = vec::roundToInt(vec::addF(lo, vec::maxF(vec::mulF(hi, vec::splatF<F>(0.5f)), vec::splatF<F>(1.0f))));
+    } else {
+        N lo = gradient[0], hi = gradient[0];
+        PXK_UNROLL
+        for (int d = 1; d < 8; ++d) {
+            lo = L::min(lo, gradient[d]);
+            hi = L::max(hi, gradient[d]);
+        }
+        threshold = vngThreshold<L>(lo, hi);
     }
 
     // Every direction's shares, added where the direction is kept.
@@ -133,7 +193,7 @@ PXK_INLINE void vngSums(const N (&n)[5][5], N& count, N (&sum)[3]) {
             if constexpr (kScalar) {
                 p += sh.weight * v;
             } else if (sh.weight != 0) {
-                p = vec::add32(p, sh.weight == 2 ? vec::add32(v, v) : v);
+                p = L::add(p, sh.weight == 2 ? L::add(v, v) : v);
             }
         }
         if constexpr (kScalar) {
@@ -142,10 +202,10 @@ PXK_INLINE void vngSums(const N (&n)[5][5], N& count, N (&sum)[3]) {
             PXK_UNROLL
             for (int k = 0; k < 3; ++k) sum[k] += kept * part[k];
         } else {
-            const N kept = vec::greater32(threshold, gradient[d]);
-            count = vec::sub32(count, kept);
+            const N kept = L::less(gradient[d], threshold);
+            count = L::sub(count, kept);
             PXK_UNROLL
-            for (int k = 0; k < 3; ++k) sum[k] = vec::add32(sum[k], vec::and_(kept, part[k]));
+            for (int k = 0; k < 3; ++k) sum[k] = L::add(sum[k], vec::and_(kept, part[k]));
         }
     }
 }
@@ -180,29 +240,59 @@ PXK_INLINE void vngPixel(const T* const rows[5], int32_t x, const float scale[3]
         for (int dx = 0; dx < 5; ++dx) n[dy][dx] = loadSample(rows[dy], x + dx - 2);
     }
     int32_t count, sum[3], samples[3];
-    vngSums<Kind>(n, count, sum);
+    vngSums<Kind, void>(n, count, sum);
     vngFinish<Kind, T>(n[2][2], count, sum, scale, samples);
     PXK_UNROLL
     for (int k = 0; k < 3; ++k) storeSample(out, k, samples[k]);
 }
 
-// Pixels x, x + 1, ... of a row in 32-bit lanes: the even pixels and the odd ones.
+// The lanes of a block by sample type: 8-bit samples in 16-bit lanes, sixteen pixels a
+// 128-bit lane (a gradient is at most 8 x 255, a colour sum at most 16 x 255, the
+// threshold's s at most 3 x 2040); 16-bit samples in 32-bit lanes, eight pixels a
+// 128-bit lane. Either way a block is its even pixels and its odd ones, a vector each.
 template <class T>
 struct VngLanes {
+    static constexpr int kBits = 16 * int(sizeof(T));
     template <class V>
-    static constexpr int32_t kPixels = 8 * vec::kLanes<V>;
+    using Policy = SumLanes<V, kBits>;
+    // One lane's value, for the results passed through the stack.
+    using Lane = std::conditional_t<kBits == 16, int16_t, int32_t>;
+    template <class V>
+    static constexpr int32_t kPixels = 256 / kBits * vec::kLanes<V>;
 
+    // The pixels x, x + 1, ... of a row: the even ones and the odd ones.
     template <class V>
     static PXK_INLINE void load(const T* row, int32_t x, V& even, V& odd) {
-        const uint8_t* p = reinterpret_cast<const uint8_t*>(row + x);
-        V v;
-        if constexpr (sizeof(T) == 1) {
-            v = vec::unpacklo8(vec::loadLowHalves<V>(p), vec::zero<V>());
+        const V v = vec::loadLanes<V, 16>(reinterpret_cast<const uint8_t*>(row + x));
+        if constexpr (kBits == 16) {
+            even = vec::and_(v, vec::splat16<V>(0xFF));
+            odd = vec::srli16<8>(v);
         } else {
-            v = vec::loadLanes<V, 16>(p);
+            even = vec::and_(v, vec::splat32<V>(0xFFFF));
+            odd = vec::srli32<16>(v);
         }
-        even = vec::and_(v, vec::splat32<V>(0xFFFF));
-        odd = vec::srli32<16>(v);
+    }
+
+    // vngFinish on the lanes of a block. 16-bit lanes, all of them non-negative here,
+    // go through it as two halves widened to 32 bits, and the results (0 to 255) are
+    // narrowed back in their order.
+    template <int Kind, class V>
+    static PXK_INLINE void finish(V centre, V count, const V (&sum)[3], const float scale[3], V (&out)[3]) {
+        if constexpr (kBits == 32) {
+            vngFinish<Kind, T>(centre, count, sum, scale, out);
+        } else {
+            V half[2][3];
+            PXK_UNROLL
+            for (int h = 0; h < 2; ++h) {
+                const auto widen = [h](V v) PXK_LAMBDA_INLINE {
+                    return h == 0 ? vec::unpacklo16(v, vec::zero<V>()) : vec::unpackhi16(v, vec::zero<V>());
+                };
+                const V wideSum[3] = {widen(sum[0]), widen(sum[1]), widen(sum[2])};
+                vngFinish<Kind, T>(widen(centre), widen(count), wideSum, scale, half[h]);
+            }
+            PXK_UNROLL
+            for (int k = 0; k < 3; ++k) out[k] = vec::packs32(half[0][k], half[1][k]);
+        }
     }
 };
 
@@ -210,43 +300,62 @@ struct VngLanes {
 // KindB: all of it in vector lanes, then the three samples of each pixel stored.
 template <int KindA, int KindB, class V, class T>
 PXK_INLINE void vngBlock(const T* const rows[5], int32_t x, const float scale[3], T* out) {
-    constexpr int32_t kHalf = VngLanes<T>::template kPixels<V> / 2;
+    using Lanes = VngLanes<T>;
+    using L = typename Lanes::template Policy<V>;
+    constexpr int32_t kHalf = Lanes::template kPixels<V> / 2;
+    // The odd pixels at offset dx are the even pixels at offset dx + 1: the even pixels
+    // of each row at the offsets -2 to 3 serve both halves, so that the differences the
+    // halves share (all the orthogonal ones, some diagonal ones) are formed once.
     V n[2][5][5];
     PXK_UNROLL
     for (int dy = 0; dy < 5; ++dy) {
+        V even[6], odd;
         PXK_UNROLL
-        for (int dx = 0; dx < 5; ++dx) VngLanes<T>::load(rows[dy], x + dx - 2, n[0][dy][dx], n[1][dy][dx]);
+        for (int j = 0; j < 5; ++j) Lanes::load(rows[dy], x + j - 2, even[j], odd);
+        even[5] = odd;
+        PXK_UNROLL
+        for (int dx = 0; dx < 5; ++dx) {
+            n[0][dy][dx] = even[dx];
+            n[1][dy][dx] = even[dx + 1];
+        }
     }
-    alignas(32) int32_t samples[2][3][kHalf];
+    // Samples 0 and 1 of a pixel joined in one lane (as they lie in memory, the low
+    // sample first), sample 2 in another.
+    using Lane = typename Lanes::Lane;
+    alignas(32) Lane firstTwo[2][kHalf];
+    alignas(32) Lane third[2][kHalf];
     PXK_UNROLL
     for (int p = 0; p < 2; ++p) {
         V count, sum[3], out3[3];
         if (p == 0) {
-            vngSums<KindA>(n[0], count, sum);
-            vngFinish<KindA, T>(n[0][2][2], count, sum, scale, out3);
+            vngSums<KindA, L>(n[0], count, sum);
+            Lanes::template finish<KindA>(n[0][2][2], count, sum, scale, out3);
         } else {
-            vngSums<KindB>(n[1], count, sum);
-            vngFinish<KindB, T>(n[1][2][2], count, sum, scale, out3);
+            vngSums<KindB, L>(n[1], count, sum);
+            Lanes::template finish<KindB>(n[1][2][2], count, sum, scale, out3);
         }
-        PXK_UNROLL
-        for (int k = 0; k < 3; ++k) vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(samples[p][k]), out3[k]);
+        const V joined = vec::or_(out3[0], L::template shiftLeft<8 * int(sizeof(T))>(out3[1]));
+        vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(firstTwo[p]), joined);
+        vec::storeLanes<V, 16>(reinterpret_cast<uint8_t*>(third[p]), out3[2]);
     }
-    // Lane i of a 128-bit lane L holds pixel 8 L + 2 i of the even half, 8 L + 2 i + 1 of
-    // the odd one; the fourth sample of each pixel is not written.
+    // Entry i of a half holds pixel 2 i of the even half, 2 i + 1 of the odd one (the
+    // lanes of a 128-bit lane L hold the pixels of L's run of 16 bytes). Each pixel takes
+    // two stores, samples 0 and 1 together, then sample 2; its fourth sample is not
+    // written.
     PXK_UNROLL
     for (int32_t i = 0; i < kHalf; ++i) {
         PXK_UNROLL
         for (int p = 0; p < 2; ++p) {
             T* pixel = out + 4 * (2 * i + p);
-            PXK_UNROLL
-            for (int k = 0; k < 3; ++k) storeSample(pixel, k, samples[p][k][i]);
+            std::memcpy(pixel, &firstTwo[p][i], 2 * sizeof(T));
+            storeSample(pixel, 2, third[p][i]);
         }
     }
 }
 
 // Columns x0 to x1 of interior row y, whose sites alternate between KindA (at x0) and
-// KindB: vector blocks over the first count - count % 8 columns, the scalar twin after
-// them (both give the same bits).
+// KindB: vector blocks over the first count - count % kNarrow columns (16 for 8-bit
+// samples, 8 for 16-bit ones), the scalar twin after them (both give the same bits).
 template <int KindA, int KindB, class T>
 void vngRow(const SourceImage<T>& img, int32_t y, int32_t x0, int32_t x1, const float scale[3], T* out) {
     const T* rows[5];

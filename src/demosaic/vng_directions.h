@@ -53,7 +53,16 @@ constexpr VngDirection turned(const VngDirection& d) {
     return r;
 }
 
-// The eight directions from N and NE by quarter turns.
+// A term with its two samples in one fixed order (the smaller dy, then the smaller dx,
+// first). |a - b| = |b - a|, and opposite directions share several terms (N and S the
+// three between rows -1 and 1, the diagonals of a green site five of six): written
+// alike, each shared difference is formed once a pixel.
+constexpr VngTerm ordered(VngTerm t) {
+    const bool swap = t.dy2 < t.dy1 || (t.dy2 == t.dy1 && t.dx2 < t.dx1);
+    return swap ? VngTerm{t.dx2, t.dy2, t.dx1, t.dy1, t.weight} : t;
+}
+
+// The eight directions from N and NE by quarter turns, every term ordered.
 constexpr VngDirections directionsFrom(const VngDirection& north, const VngDirection& northEast) {
     VngDirections all{};
     all.d[0] = north;
@@ -61,6 +70,9 @@ constexpr VngDirections directionsFrom(const VngDirection& north, const VngDirec
     for (int q = 1; q < 4; ++q) {
         all.d[q] = turned(all.d[q - 1]);
         all.d[4 + q] = turned(all.d[4 + q - 1]);
+    }
+    for (VngDirection& d : all.d) {
+        for (VngTerm& t : d.terms) t = ordered(t);
     }
     return all;
 }
@@ -82,9 +94,33 @@ constexpr VngDirection kNorthEastGreen = {
     {{1, -1, -1, 1, 2}, {2, -2, 0, 0, 2}, {-1, 0, 1, -2, 1}, {1, 0, -1, 2, 1}, {0, -1, -2, 1, 1}, {0, 1, 2, -1, 1}},
     {{0, 0, 1}, {1, -1, 1}, {1, -2, 1}, {1, 0, 1}, {0, -1, 1}, {2, -1, 1}}};
 
+// The direction opposite d: N and S, E and W, NE and SW, SE and NW.
+constexpr int oppositeOf(int d) { return d < 4 ? (d + 2) % 4 : 4 + (d - 2) % 4; }
+
 // [0] red and blue sites, [1] green sites.
 constexpr VngDirections kVngDirections[2] = {directionsFrom(kNorth, kNorthEast),
                                              directionsFrom(kNorthGreen, kNorthEastGreen)};
+
+// For each direction, bit i set where its term i is a term of the opposite direction
+// as well (after ordered(), a shared difference is written alike in both).
+struct VngSharedTerms {
+    uint8_t mask[8];
+};
+constexpr VngSharedTerms sharedTermsOf(const VngDirections& dirs) {
+    VngSharedTerms shared{};
+    for (int d = 0; d < 8; ++d) {
+        for (int i = 0; i < 6; ++i) {
+            const VngTerm& t = dirs.d[d].terms[i];
+            for (const VngTerm& u : dirs.d[oppositeOf(d)].terms) {
+                if (u.dx1 == t.dx1 && u.dy1 == t.dy1 && u.dx2 == t.dx2 && u.dy2 == t.dy2 && u.weight == t.weight) {
+                    shared.mask[d] = static_cast<uint8_t>(shared.mask[d] | (1 << i));
+                }
+            }
+        }
+    }
+    return shared;
+}
+constexpr VngSharedTerms kVngShared[2] = {sharedTermsOf(kVngDirections[0]), sharedTermsOf(kVngDirections[1])};
 
 }  // namespace demosaic
 }  // namespace pxk

@@ -74,7 +74,23 @@ PXK_INLINE int32_t topBits8(V256 v) { return _mm256_movemask_epi8(v); }
 #endif
 
 // Signed 32-bit lanes: the least and the greatest of a and b, and |a| (|INT32_MIN|
-// stays INT32_MIN), by compare and select, so that both widths run on SSE2 terms.
+// stays INT32_MIN). The sse2 build forms them by compare and select; the avx2 build
+// has them as single instructions (SSE4.1 pminsd/pmaxsd, SSSE3 pabsd), which give
+// the same lanes.
+#if defined(PXKCC_TARGET_AVX2)
+PXK_VEC_OP2(min32, _mm_min_epi32, _mm256_min_epi32)
+PXK_VEC_OP2(max32, _mm_max_epi32, _mm256_max_epi32)
+PXK_INLINE V128 abs32(V128 a) { return _mm_abs_epi32(a); }
+PXK_INLINE V256 abs32(V256 a) { return _mm256_abs_epi32(a); }
+// |a| of signed 16-bit lanes (|-32768| stays -32768): SSSE3 pabsw here, the greater of
+// a and 0 - a in the sse2 build.
+PXK_INLINE V128 abs16(V128 a) { return _mm_abs_epi16(a); }
+PXK_INLINE V256 abs16(V256 a) { return _mm256_abs_epi16(a); }
+#else
+template <class V>
+PXK_INLINE V abs16(V a) {
+    return max16(a, sub16(zero<V>(), a));
+}
 template <class V>
 PXK_INLINE V min32(V a, V b) {
     return selectBits(greater32(a, b), b, a);
@@ -88,6 +104,7 @@ PXK_INLINE V abs32(V a) {
     const V sign = srai32<31>(a);
     return sub32(xor_(a, sign), sign);
 }
+#endif
 
 // ---------------------------------------------------------------------------------
 // Single-precision lanes

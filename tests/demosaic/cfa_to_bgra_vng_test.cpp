@@ -227,4 +227,26 @@ TEST(CFAToBGRA_VNG, EveryStepPlanAtWideSizes) {
     }
 }
 
+// The row kernel runs 8-bit rows in blocks of 16 and 32 pixels and 16-bit rows in
+// blocks of 8 and 16, the rest of a row pixel by pixel: every interior width from 43 to
+// 103, starting at an even and at an odd column, reaches each combination of the two
+// blocks and the tail.
+template <class M>
+void sweepBlockWidths(const char* name) {
+    const auto& plans = pxktest::stepPlans();
+    for (int inner = 41; inner <= 100; ++inner) {
+        for (int x = 0; x < 4; ++x) {
+            const int W = inner + 4 + x, H = 5 + x % 2;
+            const int grid = (inner + x) % 4;
+            const PxkRect roi{x, x % 2, W - x, H};
+            const uint32_t seed = pxktest::seedFor(name, {uint32_t(inner), uint32_t(x)});
+            ASSERT_TRUE(checkCall<M>(W, H, roi, grid, plans[std::size_t(inner + x) % plans.size()], seed, x % 2 == 0))
+                << name << " " << W << "x" << H << " from x " << x;
+        }
+    }
+}
+
+TEST(CFAToBGRA_VNG, RowsAroundEveryBlockWidth8u) { sweepBlockWidths<Members8>("vng8blocks"); }
+TEST(CFAToBGRA_VNG, RowsAroundEveryBlockWidth16u) { sweepBlockWidths<Members16>("vng16blocks"); }
+
 }  // namespace
