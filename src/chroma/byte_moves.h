@@ -79,9 +79,11 @@ PXK_INLINE V swapOddBytesOfQuads(V v) {
 
 // ---------------------------------------------------------------------------------
 // Interleaved pairs to two rows: a[i] = src[2i], b[i] = src[2i + 1], for n pairs.
-// With KeepA (KeepB) false that row is neither written nor needed.
+// With KeepA (KeepB) false that row is neither written nor needed. With SwapB, b is
+// written as a row of pairs whose two bytes change places (b[i] = src[2 (i ^ 1) + 1];
+// n even).
 // ---------------------------------------------------------------------------------
-template <bool KeepA = true, bool KeepB = true, class Stores = PlainStores>
+template <bool KeepA = true, bool KeepB = true, class Stores = PlainStores, bool SwapB = false>
 PXK_INLINE void unzipPairs(const uint8_t* src, uint8_t* a, uint8_t* b, int32_t n) {
     forBlocks<16>(
         n,
@@ -90,11 +92,11 @@ PXK_INLINE void unzipPairs(const uint8_t* src, uint8_t* a, uint8_t* b, int32_t n
             V even, odd;
             simd::unzipBytes(vec::loadLanes<V, 32>(src + 2 * i), vec::loadLanes<V, 32>(src + 2 * i + 16), even, odd);
             if (KeepA) Stores::template storeLanes<V, 16>(a + i, even);
-            if (KeepB) Stores::template storeLanes<V, 16>(b + i, odd);
+            if (KeepB) Stores::template storeLanes<V, 16>(b + i, SwapB ? simd::swapBytePairs(odd) : odd);
         },
         [&](int32_t i) {
             if (KeepA) a[i] = src[2 * i];
-            if (KeepB) b[i] = src[2 * i + 1];
+            if (KeepB) b[i] = src[2 * (SwapB ? i ^ 1 : i) + 1];
         });
 }
 
@@ -122,8 +124,8 @@ PXK_INLINE void zipPairs(const uint8_t* a, const uint8_t* b, uint8_t* dst, int32
 // Packed pixel pairs (four bytes: luma at bytes LumaByte and LumaByte + 2, chroma in
 // the other two) to a luma row and two chroma rows: c0 takes the first chroma byte of
 // each pair, c1 the second, for n pairs. With KeepLuma false only the chroma rows are
-// written.
-template <int LumaByte, bool KeepLuma = true>
+// written. The luma row is stored by `LumaStores`, the chroma rows by plain stores.
+template <int LumaByte, bool KeepLuma = true, class LumaStores = PlainStores>
 PXK_INLINE void unzipPackedPairs(const uint8_t* src, uint8_t* y, uint8_t* c0, uint8_t* c1, int32_t n) {
     constexpr int kChroma = 1 - LumaByte;
     forBlocks<16>(
@@ -135,8 +137,8 @@ PXK_INLINE void unzipPackedPairs(const uint8_t* src, uint8_t* y, uint8_t* c0, ui
             simd::unzipBytes(vec::loadLanes<V, 64>(p), vec::loadLanes<V, 64>(p + 16), e0, o0);
             simd::unzipBytes(vec::loadLanes<V, 64>(p + 32), vec::loadLanes<V, 64>(p + 48), e1, o1);
             if (KeepLuma) {
-                vec::storeLanes<V, 32>(y + 2 * i, LumaByte == 0 ? e0 : o0);
-                vec::storeLanes<V, 32>(y + 2 * i + 16, LumaByte == 0 ? e1 : o1);
+                LumaStores::template storeLanes<V, 32>(y + 2 * i, LumaByte == 0 ? e0 : o0);
+                LumaStores::template storeLanes<V, 32>(y + 2 * i + 16, LumaByte == 0 ? e1 : o1);
             }
             V first, second;
             simd::unzipBytes(LumaByte == 0 ? o0 : e0, LumaByte == 0 ? o1 : e1, first, second);

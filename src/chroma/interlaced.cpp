@@ -120,17 +120,8 @@ FieldBlend to422(int32_t row, int32_t height) {
 // source row is read exactly once) hands over the luma of the row on the way, to the
 // same row of the destination's luma plane.
 CbCr readFieldRow(const Side& s, const Side& d, int32_t row, int32_t c, int32_t n, uint8_t* cb, uint8_t* cr) {
-    if (s.layout != Layout::Packed) return readChroma(s, row, c, n, cb, cr);
-    const uint8_t* packed = rowOf(s.luma, s.lumaStep, row) + 4 * c;
-    uint8_t* luma = rowOf(d.luma, d.lumaStep, row) + 2 * c;
-    uint8_t* first = s.cbAt < s.crAt ? cb : cr;
-    uint8_t* second = s.cbAt < s.crAt ? cr : cb;
-    if (s.lumaByte == 0) {
-        unzipPackedPairs<0>(packed, luma, first, second, n);
-    } else {
-        unzipPackedPairs<1>(packed, luma, first, second, n);
-    }
-    return CbCr{cb, cr};
+    uint8_t* luma = s.layout == Layout::Packed ? rowOf(d.luma, d.lumaStep, row) : nullptr;
+    return readChroma(s, row, c, n, cb, cr, luma);
 }
 
 // The conversion of the cut region (width even, height a multiple of 4).
