@@ -39,6 +39,9 @@ template <int UnitsPerLane, class BlockFn, class UnitFn>
 PXK_INLINE void forBlocks(int32_t n, BlockFn&& block, UnitFn&& unit) {
     int32_t i = 0;
     constexpr int32_t kWide = kUnitsOf<Widest, UnitsPerLane>;
+    // Unrolled: a block is a handful of operations, and the loop's own counting
+    // would otherwise be a good part of the work.
+#pragma GCC unroll 4
     for (; n - i >= kWide; i += kWide) block(Widest{}, i);
     if constexpr (kWide > UnitsPerLane) {
         if (n - i >= UnitsPerLane) {
