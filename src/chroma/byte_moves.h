@@ -70,6 +70,13 @@ PXK_INLINE V swapBytePairs(V v) {
     return or_(slli16<8>(v), srli16<8>(v));
 }
 
+// The even 16-bit lanes of a, then those of b, in each 128-bit lane: each kept lane
+// sign-extended in its 32-bit lane, so that the signed pack takes it unchanged.
+template <class V>
+PXK_INLINE V evenWords(V a, V b) {
+    return packs32(srai32<16>(slli32<16>(a)), srai32<16>(slli32<16>(b)));
+}
+
 // Bytes 1 and 3 of every four exchanged.
 template <class V>
 PXK_INLINE V swapOddBytesOfQuads(V v) {
@@ -156,6 +163,47 @@ PXK_INLINE void unzipPackedPairs(const uint8_t* src, uint8_t* y, uint8_t* c0, ui
             }
             c0[i] = p[kChroma];
             c1[i] = p[kChroma + 2];
+        });
+}
+
+// Packed pixel pairs to a luma row and the chroma of every other pair (4:2:2 to
+// 4:1:1), for n output chroma columns (8n packed bytes, 4n luma): with ToPairs, c0
+// takes the two chroma bytes of pairs 0, 2, 4, ... as a row of pairs; otherwise c0
+// takes their first chroma byte and c1 their second. Luma and pairs go out by
+// `Stores`, chroma rows by plain stores.
+template <int LumaByte, bool ToPairs, class Stores = PlainStores>
+PXK_INLINE void unzipPackedToEveryOtherPair(const uint8_t* src, uint8_t* y, uint8_t* c0, uint8_t* c1, int32_t n) {
+    constexpr int kChroma = 1 - LumaByte;
+    forBlocks<8>(
+        n,
+        [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
+            using V = decltype(tag);
+            const uint8_t* p = src + 8 * i;
+            V e0, o0, e1, o1;
+            simd::unzipBytes(vec::loadLanes<V, 64>(p), vec::loadLanes<V, 64>(p + 16), e0, o0);
+            simd::unzipBytes(vec::loadLanes<V, 64>(p + 32), vec::loadLanes<V, 64>(p + 48), e1, o1);
+            Stores::template storeLanes<V, 32>(y + 4 * i, LumaByte == 0 ? e0 : o0);
+            Stores::template storeLanes<V, 32>(y + 4 * i + 16, LumaByte == 0 ? e1 : o1);
+            const V kept = LumaByte == 0 ? simd::evenWords(o0, o1) : simd::evenWords(e0, e1);
+            if constexpr (ToPairs) {
+                Stores::template storeLanes<V, 16>(c0 + 2 * i, kept);
+            } else {
+                V first, second;
+                simd::unzipBytes(kept, kept, first, second);
+                vec::storeLowHalves(c0 + i, first);
+                vec::storeLowHalves(c1 + i, second);
+            }
+        },
+        [&](int32_t i) {
+            const uint8_t* p = src + 8 * i;
+            for (int k = 0; k < 4; ++k) y[4 * i + k] = p[LumaByte + 2 * k];
+            if constexpr (ToPairs) {
+                c0[2 * i] = p[kChroma];
+                c0[2 * i + 1] = p[kChroma + 2];
+            } else {
+                c0[i] = p[kChroma];
+                c1[i] = p[kChroma + 2];
+            }
         });
 }
 

@@ -190,6 +190,36 @@ bool splitPackedIntoPairs(const Side& s, const Side& d, int32_t from, int32_t ro
     return true;
 }
 
+// A packed source into 4:1:1 planes or pairs (in the same order): luma and the chroma
+// of every other pixel pair of packed row `row` in one walk, for output chroma columns
+// [c, c + n). False where the pairs' order differs (no member has it).
+template <class St>
+bool splitPackedInto411(const Side& s, const Side& d, int32_t row, int32_t c, int32_t n) {
+    if (s.layout != Layout::Packed || d.layout == Layout::Packed) return false;
+    const bool cbFirst = s.cbAt < s.crAt;
+    const uint8_t* packed = rowOf(s.luma, s.lumaStep, row) + 8 * c;
+    uint8_t* y = rowOf(d.luma, d.lumaStep, row) + 4 * c;
+    if (d.layout == Layout::Pairs) {
+        if (cbFirst != (d.cbAt == 0)) return false;
+        uint8_t* pairs = rowOf(d.chroma[0], d.chromaStep[0], row) + 2 * c;
+        if (s.lumaByte == 0) {
+            unzipPackedToEveryOtherPair<0, true, St>(packed, y, pairs, nullptr, n);
+        } else {
+            unzipPackedToEveryOtherPair<1, true, St>(packed, y, pairs, nullptr, n);
+        }
+        return true;
+    }
+    const Targets t = chromaTargets(d, row, c, nullptr, nullptr);
+    uint8_t* first = cbFirst ? t.cb : t.cr;
+    uint8_t* second = cbFirst ? t.cr : t.cb;
+    if (s.lumaByte == 0) {
+        unzipPackedToEveryOtherPair<0, false, St>(packed, y, first, second, n);
+    } else {
+        unzipPackedToEveryOtherPair<1, false, St>(packed, y, first, second, n);
+    }
+    return true;
+}
+
 // Output chroma row `row`, columns [c, c + n), by the rule.
 template <class St>
 void chromaChunk(const Side& s, const Side& d, Rule rule, int32_t row, int32_t c, int32_t n) {
@@ -215,6 +245,7 @@ void chromaChunk(const Side& s, const Side& d, Rule rule, int32_t row, int32_t c
         case Rule::DropColumns:
         case Rule::SplitRows: {
             const int32_t from = rule == Rule::DropColumns ? row : row / 2;
+            if (rule == Rule::DropColumns && splitPackedInto411<St>(s, d, row, c, n)) return;
             const CbCr src = readChromaWith<St>(s, from, 2 * c, 2 * n, in[0], in[1], fusedLuma(s, d, from));
             const Targets t = chromaTargets(d, row, c, out[0], out[1]);
             const bool odd = rule == Rule::SplitRows && row % 2 == 1;
