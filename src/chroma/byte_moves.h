@@ -77,6 +77,22 @@ PXK_INLINE V evenWords(V a, V b) {
     return packs32(srai32<16>(slli32<16>(a)), srai32<16>(slli32<16>(b)));
 }
 
+// 64 bytes a lane of packed pixel pairs (luma at bytes LumaByte and LumaByte + 2 of
+// each four) split: the 32 luma bytes a lane stored at y by `Stores` (unless KeepLuma
+// is false), the 32 chroma bytes a lane (16-bit chroma pairs) in chroma0, chroma1.
+template <int LumaByte, bool KeepLuma, class Stores, class V>
+PXK_INLINE void splitPackedLanes(const uint8_t* p, uint8_t* y, V& chroma0, V& chroma1) {
+    V e0, o0, e1, o1;
+    unzipBytes(loadLanes<V, 64>(p), loadLanes<V, 64>(p + 16), e0, o0);
+    unzipBytes(loadLanes<V, 64>(p + 32), loadLanes<V, 64>(p + 48), e1, o1);
+    if (KeepLuma) {
+        Stores::template storeLanes<V, 32>(y, LumaByte == 0 ? e0 : o0);
+        Stores::template storeLanes<V, 32>(y + 16, LumaByte == 0 ? e1 : o1);
+    }
+    chroma0 = LumaByte == 0 ? o0 : e0;
+    chroma1 = LumaByte == 0 ? o1 : e1;
+}
+
 // Bytes 1 and 3 of every four exchanged.
 template <class V>
 PXK_INLINE V swapOddBytesOfQuads(V v) {
@@ -142,16 +158,10 @@ PXK_INLINE void unzipPackedPairs(const uint8_t* src, uint8_t* y, uint8_t* c0, ui
         n,
         [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
             using V = decltype(tag);
-            const uint8_t* p = src + 4 * i;
-            V e0, o0, e1, o1;
-            simd::unzipBytes(vec::loadLanes<V, 64>(p), vec::loadLanes<V, 64>(p + 16), e0, o0);
-            simd::unzipBytes(vec::loadLanes<V, 64>(p + 32), vec::loadLanes<V, 64>(p + 48), e1, o1);
-            if (KeepLuma) {
-                LumaStores::template storeLanes<V, 32>(y + 2 * i, LumaByte == 0 ? e0 : o0);
-                LumaStores::template storeLanes<V, 32>(y + 2 * i + 16, LumaByte == 0 ? e1 : o1);
-            }
+            V chroma0, chroma1;
+            simd::splitPackedLanes<LumaByte, KeepLuma, LumaStores>(src + 4 * i, y + 2 * i, chroma0, chroma1);
             V first, second;
-            simd::unzipBytes(LumaByte == 0 ? o0 : e0, LumaByte == 0 ? o1 : e1, first, second);
+            simd::unzipBytes(chroma0, chroma1, first, second);
             vec::storeLanes<V, 16>(c0 + i, first);
             vec::storeLanes<V, 16>(c1 + i, second);
         },
@@ -178,13 +188,9 @@ PXK_INLINE void unzipPackedToEveryOtherPair(const uint8_t* src, uint8_t* y, uint
         n,
         [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
             using V = decltype(tag);
-            const uint8_t* p = src + 8 * i;
-            V e0, o0, e1, o1;
-            simd::unzipBytes(vec::loadLanes<V, 64>(p), vec::loadLanes<V, 64>(p + 16), e0, o0);
-            simd::unzipBytes(vec::loadLanes<V, 64>(p + 32), vec::loadLanes<V, 64>(p + 48), e1, o1);
-            Stores::template storeLanes<V, 32>(y + 4 * i, LumaByte == 0 ? e0 : o0);
-            Stores::template storeLanes<V, 32>(y + 4 * i + 16, LumaByte == 0 ? e1 : o1);
-            const V kept = LumaByte == 0 ? simd::evenWords(o0, o1) : simd::evenWords(e0, e1);
+            V chroma0, chroma1;
+            simd::splitPackedLanes<LumaByte, true, Stores>(src + 8 * i, y + 4 * i, chroma0, chroma1);
+            const V kept = simd::evenWords(chroma0, chroma1);
             if constexpr (ToPairs) {
                 Stores::template storeLanes<V, 16>(c0 + 2 * i, kept);
             } else {
