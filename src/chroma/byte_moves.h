@@ -147,53 +147,38 @@ PXK_INLINE void zipPairs(const uint8_t* a, const uint8_t* b, uint8_t* dst, int32
         });
 }
 
+// Which chroma of packed pixel pairs a split keeps, and how it lays it out.
+enum class PackedChroma {
+    AllPairs,               // every pair: its first chroma byte to c0, its second to c1
+    EveryOtherPair,         // pairs 0, 2, 4, ... (4:2:2 to 4:1:1), the same way
+    EveryOtherPairAsPairs,  // pairs 0, 2, 4, ..., their two bytes as a row of pairs in c0
+};
+
 // Packed pixel pairs (four bytes: luma at bytes LumaByte and LumaByte + 2, chroma in
-// the other two) to a luma row and two chroma rows: c0 takes the first chroma byte of
-// each pair, c1 the second, for n pairs. With KeepLuma false only the chroma rows are
-// written. The luma row is stored by `LumaStores`, the chroma rows by plain stores.
-template <int LumaByte, bool KeepLuma = true, class LumaStores = PlainStores>
+// the other two) to a luma row and the chroma that `Pick` keeps, for n output chroma
+// columns (n pairs for AllPairs, else 2n). With KeepLuma false only the chroma is
+// written. Luma and a row of pairs are stored by `Stores`, chroma rows by plain
+// stores.
+template <int LumaByte, PackedChroma Pick, bool KeepLuma = true, class Stores = PlainStores>
 PXK_INLINE void unzipPackedPairs(const uint8_t* src, uint8_t* y, uint8_t* c0, uint8_t* c1, int32_t n) {
     constexpr int kChroma = 1 - LumaByte;
-    forBlocks<16>(
+    // Packed bytes and luma bytes of one output chroma column.
+    constexpr int kPacked = Pick == PackedChroma::AllPairs ? 4 : 8, kLuma = kPacked / 2;
+    forBlocks<64 / kPacked>(
         n,
         [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
             using V = decltype(tag);
             V chroma0, chroma1;
-            simd::splitPackedLanes<LumaByte, KeepLuma, LumaStores>(src + 4 * i, y + 2 * i, chroma0, chroma1);
-            V first, second;
-            simd::unzipBytes(chroma0, chroma1, first, second);
-            vec::storeLanes<V, 16>(c0 + i, first);
-            vec::storeLanes<V, 16>(c1 + i, second);
-        },
-        [&](int32_t i) {
-            const uint8_t* p = src + 4 * i;
-            if (KeepLuma) {
-                y[2 * i] = p[LumaByte];
-                y[2 * i + 1] = p[LumaByte + 2];
-            }
-            c0[i] = p[kChroma];
-            c1[i] = p[kChroma + 2];
-        });
-}
-
-// Packed pixel pairs to a luma row and the chroma of every other pair (4:2:2 to
-// 4:1:1), for n output chroma columns (8n packed bytes, 4n luma): with ToPairs, c0
-// takes the two chroma bytes of pairs 0, 2, 4, ... as a row of pairs; otherwise c0
-// takes their first chroma byte and c1 their second. Luma and pairs go out by
-// `Stores`, chroma rows by plain stores.
-template <int LumaByte, bool ToPairs, class Stores = PlainStores>
-PXK_INLINE void unzipPackedToEveryOtherPair(const uint8_t* src, uint8_t* y, uint8_t* c0, uint8_t* c1, int32_t n) {
-    constexpr int kChroma = 1 - LumaByte;
-    forBlocks<8>(
-        n,
-        [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
-            using V = decltype(tag);
-            V chroma0, chroma1;
-            simd::splitPackedLanes<LumaByte, true, Stores>(src + 8 * i, y + 4 * i, chroma0, chroma1);
-            const V kept = simd::evenWords(chroma0, chroma1);
-            if constexpr (ToPairs) {
-                Stores::template storeLanes<V, 16>(c0 + 2 * i, kept);
+            simd::splitPackedLanes<LumaByte, KeepLuma, Stores>(src + kPacked * i, y + kLuma * i, chroma0, chroma1);
+            if constexpr (Pick == PackedChroma::AllPairs) {
+                V first, second;
+                simd::unzipBytes(chroma0, chroma1, first, second);
+                vec::storeLanes<V, 16>(c0 + i, first);
+                vec::storeLanes<V, 16>(c1 + i, second);
+            } else if constexpr (Pick == PackedChroma::EveryOtherPairAsPairs) {
+                Stores::template storeLanes<V, 16>(c0 + 2 * i, simd::evenWords(chroma0, chroma1));
             } else {
+                const V kept = simd::evenWords(chroma0, chroma1);
                 V first, second;
                 simd::unzipBytes(kept, kept, first, second);
                 vec::storeLowHalves(c0 + i, first);
@@ -201,9 +186,11 @@ PXK_INLINE void unzipPackedToEveryOtherPair(const uint8_t* src, uint8_t* y, uint
             }
         },
         [&](int32_t i) {
-            const uint8_t* p = src + 8 * i;
-            for (int k = 0; k < 4; ++k) y[4 * i + k] = p[LumaByte + 2 * k];
-            if constexpr (ToPairs) {
+            const uint8_t* p = src + kPacked * i;
+            if (KeepLuma) {
+                for (int k = 0; k < kLuma; ++k) y[kLuma * i + k] = p[LumaByte + 2 * k];
+            }
+            if constexpr (Pick == PackedChroma::EveryOtherPairAsPairs) {
                 c0[2 * i] = p[kChroma];
                 c0[2 * i + 1] = p[kChroma + 2];
             } else {

@@ -42,11 +42,11 @@ CbCr readChromaWith(const Side& s, int32_t row, int32_t c, int32_t n, uint8_t* c
     uint8_t* second = cbFirst ? cr : cb;
     uint8_t* y = luma == nullptr ? nullptr : luma + 2 * c;
     if (s.lumaByte == 0) {
-        if (y) unzipPackedPairs<0, true, St>(packed, y, first, second, n);
-        else unzipPackedPairs<0, false>(packed, nullptr, first, second, n);
+        if (y) unzipPackedPairs<0, PackedChroma::AllPairs, true, St>(packed, y, first, second, n);
+        else unzipPackedPairs<0, PackedChroma::AllPairs, false>(packed, nullptr, first, second, n);
     } else {
-        if (y) unzipPackedPairs<1, true, St>(packed, y, first, second, n);
-        else unzipPackedPairs<1, false>(packed, nullptr, first, second, n);
+        if (y) unzipPackedPairs<1, PackedChroma::AllPairs, true, St>(packed, y, first, second, n);
+        else unzipPackedPairs<1, PackedChroma::AllPairs, false>(packed, nullptr, first, second, n);
     }
     return CbCr{cb, cr};
 }
@@ -203,9 +203,9 @@ bool splitPackedInto411(const Side& s, const Side& d, int32_t row, int32_t c, in
         if (cbFirst != (d.cbAt == 0)) return false;
         uint8_t* pairs = rowOf(d.chroma[0], d.chromaStep[0], row) + 2 * c;
         if (s.lumaByte == 0) {
-            unzipPackedToEveryOtherPair<0, true, St>(packed, y, pairs, nullptr, n);
+            unzipPackedPairs<0, PackedChroma::EveryOtherPairAsPairs, true, St>(packed, y, pairs, nullptr, n);
         } else {
-            unzipPackedToEveryOtherPair<1, true, St>(packed, y, pairs, nullptr, n);
+            unzipPackedPairs<1, PackedChroma::EveryOtherPairAsPairs, true, St>(packed, y, pairs, nullptr, n);
         }
         return true;
     }
@@ -213,9 +213,9 @@ bool splitPackedInto411(const Side& s, const Side& d, int32_t row, int32_t c, in
     uint8_t* first = cbFirst ? t.cb : t.cr;
     uint8_t* second = cbFirst ? t.cr : t.cb;
     if (s.lumaByte == 0) {
-        unzipPackedToEveryOtherPair<0, false, St>(packed, y, first, second, n);
+        unzipPackedPairs<0, PackedChroma::EveryOtherPair, true, St>(packed, y, first, second, n);
     } else {
-        unzipPackedToEveryOtherPair<1, false, St>(packed, y, first, second, n);
+        unzipPackedPairs<1, PackedChroma::EveryOtherPair, true, St>(packed, y, first, second, n);
     }
     return true;
 }
