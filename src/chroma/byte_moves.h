@@ -56,12 +56,23 @@ namespace simd {
 
 using namespace vec;
 
-// Thirty-two bytes a lane (a then b) split into their even and odd bytes.
+// Thirty-two bytes a lane (a then b) split into their even and odd bytes. The avx2
+// build gathers each vector's even bytes into its low half and odd bytes into its
+// high half with a byte shuffle, then joins the halves; the sse2 build masks, shifts
+// and packs.
 template <class V>
 PXK_INLINE void unzipBytes(V a, V b, V& even, V& odd) {
+#if defined(PXKCC_TARGET_AVX2)
+    static constexpr uint8_t kEvenThenOdd[16] = {0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15};
+    const V split = bytesInEachLane<V>(kEvenThenOdd);
+    const V sa = shuffleBytes(a, split), sb = shuffleBytes(b, split);
+    even = unpacklo64(sa, sb);
+    odd = unpackhi64(sa, sb);
+#else
     const V low = splat16<V>(0x00FF);
     even = packus16(and_(a, low), and_(b, low));
     odd = packus16(srli16<8>(a), srli16<8>(b));
+#endif
 }
 
 // The two bytes of every 16-bit lane exchanged.
