@@ -190,6 +190,31 @@ bool splitPackedIntoPairs(const Side& s, const Side& d, int32_t from, int32_t ro
     return true;
 }
 
+// Pairs into a packed destination: a packed row is its luma row and its row of chroma
+// pairs interleaved byte by byte (the pairs' two bytes exchanged where the orders
+// differ), for output row `row` from chroma row `from`, pixel pairs [c, c + n). False
+// where the interleave does not fit (chroma in the even bytes and the orders
+// different: no member has it).
+template <class St>
+bool zipPairsIntoPacked(const Side& s, const Side& d, int32_t from, int32_t row, int32_t c, int32_t n) {
+    if (s.layout != Layout::Pairs || d.layout != Layout::Packed) return false;
+    const bool swap = (d.cbAt < d.crAt) != (s.cbAt == 0);
+    const uint8_t* y = rowOf(s.luma, s.lumaStep, row) + 2 * c;
+    const uint8_t* pairs = rowOf(s.chroma[0], s.chromaStep[0], from) + 2 * c;
+    uint8_t* packed = rowOf(d.luma, d.lumaStep, row) + 4 * c;
+    if (d.lumaByte == 0) {
+        if (swap) {
+            zipPairs<St, true>(y, pairs, packed, 2 * n);
+        } else {
+            zipPairs<St>(y, pairs, packed, 2 * n);
+        }
+        return true;
+    }
+    if (swap) return false;
+    zipPairs<St>(pairs, y, packed, 2 * n);
+    return true;
+}
+
 // A packed source into 4:1:1 planes or pairs (in the same order): luma and the chroma
 // of every other pixel pair of packed row `row` in one walk, for output chroma columns
 // [c, c + n). False where the pairs' order differs (no member has it).
@@ -236,6 +261,7 @@ void chromaChunk(const Side& s, const Side& d, Rule rule, int32_t row, int32_t c
                 if (rule == Rule::DropRows) lumaOfPackedRow<St>(s, d, from + 1, c, n);
                 return;
             }
+            if (zipPairsIntoPacked<St>(s, d, from, row, c, n)) return;
             // A planar destination is read straight into; otherwise scratch.
             const Targets t = chromaTargets(d, row, c, out[0], out[1]);
             v = readChromaWith<St>(s, from, c, n, t.cb, t.cr, fusedLuma(s, d, from));
