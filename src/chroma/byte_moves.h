@@ -244,6 +244,44 @@ PXK_INLINE void zipPackedPairs(const uint8_t* y, const uint8_t* c0, const uint8_
         });
 }
 
+// A luma row and a row of 4:1:1 chroma pairs (first chroma byte first) into packed
+// pixel pairs, each chroma pair going into two packed pairs, for n chroma pairs (4n
+// luma bytes, 8n packed bytes).
+template <int LumaByte, class Stores = PlainStores>
+PXK_INLINE void zipPackedRepeatedPairs(const uint8_t* y, const uint8_t* pairs, uint8_t* dst, int32_t n) {
+    constexpr int kChroma = 1 - LumaByte;
+    forBlocks<8>(
+        n,
+        [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
+            using V = decltype(tag);
+            using namespace vec;
+            const V p = loadLanes<V, 16>(pairs + 2 * i);
+            const V c0 = unpacklo16(p, p), c1 = unpackhi16(p, p);
+            const V y0 = loadLanes<V, 32>(y + 4 * i), y1 = loadLanes<V, 32>(y + 4 * i + 16);
+            uint8_t* q = dst + 8 * i;
+            if constexpr (LumaByte == 0) {
+                Stores::template storeLanes<V, 64>(q, unpacklo8(y0, c0));
+                Stores::template storeLanes<V, 64>(q + 16, unpackhi8(y0, c0));
+                Stores::template storeLanes<V, 64>(q + 32, unpacklo8(y1, c1));
+                Stores::template storeLanes<V, 64>(q + 48, unpackhi8(y1, c1));
+            } else {
+                Stores::template storeLanes<V, 64>(q, unpacklo8(c0, y0));
+                Stores::template storeLanes<V, 64>(q + 16, unpackhi8(c0, y0));
+                Stores::template storeLanes<V, 64>(q + 32, unpacklo8(c1, y1));
+                Stores::template storeLanes<V, 64>(q + 48, unpackhi8(c1, y1));
+            }
+        },
+        [&](int32_t i) {
+            for (int k = 0; k < 2; ++k) {
+                uint8_t* q = dst + 8 * i + 4 * k;
+                q[LumaByte] = y[4 * i + 2 * k];
+                q[LumaByte + 2] = y[4 * i + 2 * k + 1];
+                q[kChroma] = pairs[2 * i];
+                q[kChroma + 2] = pairs[2 * i + 1];
+            }
+        });
+}
+
 // Packed pixel pairs with their bytes rearranged, for n pairs: SwapChroma exchanges
 // bytes 1 and 3 of each four, SwapPairs bytes 0 and 1 and bytes 2 and 3.
 enum class QuadOrder { SwapOdd, SwapPairs };

@@ -215,6 +215,24 @@ bool zipPairsIntoPacked(const Side& s, const Side& d, int32_t from, int32_t row,
     return true;
 }
 
+// 4:1:1 pairs into a packed destination in the same order: each source pair goes into
+// two packed pairs beside the luma of output row `row`, output chroma columns
+// [c, c + n) (n even). False where the orders differ (no member has it).
+template <class St>
+bool zipRepeatedPairsIntoPacked(const Side& s, const Side& d, int32_t row, int32_t c, int32_t n) {
+    if (s.layout != Layout::Pairs || d.layout != Layout::Packed) return false;
+    if ((d.cbAt < d.crAt) != (s.cbAt == 0)) return false;
+    const uint8_t* y = rowOf(s.luma, s.lumaStep, row) + 2 * c;
+    const uint8_t* pairs = rowOf(s.chroma[0], s.chromaStep[0], row) + c;
+    uint8_t* packed = rowOf(d.luma, d.lumaStep, row) + 4 * c;
+    if (d.lumaByte == 0) {
+        zipPackedRepeatedPairs<0, St>(y, pairs, packed, n / 2);
+    } else {
+        zipPackedRepeatedPairs<1, St>(y, pairs, packed, n / 2);
+    }
+    return true;
+}
+
 // A packed source into 4:1:1 planes or pairs (in the same order): luma and the chroma
 // of every other pixel pair of packed row `row` in one walk, for output chroma columns
 // [c, c + n). False where the pairs' order differs (no member has it).
@@ -286,6 +304,7 @@ void chromaChunk(const Side& s, const Side& d, Rule rule, int32_t row, int32_t c
             break;
         }
         case Rule::RepeatColumns: {
+            if (zipRepeatedPairsIntoPacked<St>(s, d, row, c, n)) return;
             const CbCr src = readChroma(s, row, c / 2, n / 2, in[0], in[1]);
             const Targets t = chromaTargets(d, row, c, out[0], out[1]);
             zipPairs(src.cb, src.cb, t.cb, n / 2);
