@@ -39,6 +39,9 @@ template <int UnitsPerLane, class BlockFn, class UnitFn>
 PXK_INLINE void forBlocks(int32_t n, BlockFn&& block, UnitFn&& unit) {
     int32_t i = 0;
     constexpr int32_t kWide = kUnitsOf<Widest, UnitsPerLane>;
+    // Unrolled: a block is a handful of operations, and the loop's own counting
+    // would otherwise be a good part of the work.
+#pragma GCC unroll 4
     for (; n - i >= kWide; i += kWide) block(Widest{}, i);
     if constexpr (kWide > UnitsPerLane) {
         if (n - i >= UnitsPerLane) {
@@ -53,18 +56,52 @@ namespace simd {
 
 using namespace vec;
 
-// Thirty-two bytes a lane (a then b) split into their even and odd bytes.
+// Thirty-two bytes a lane (a then b) split into their even and odd bytes. The avx2
+// build gathers each vector's even bytes into its low half and odd bytes into its
+// high half with a byte shuffle, then joins the halves; the sse2 build masks, shifts
+// and packs.
 template <class V>
 PXK_INLINE void unzipBytes(V a, V b, V& even, V& odd) {
+#if defined(PXKCC_TARGET_AVX2)
+    static constexpr uint8_t kEvenThenOdd[16] = {0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15};
+    const V split = bytesInEachLane<V>(kEvenThenOdd);
+    const V sa = shuffleBytes(a, split), sb = shuffleBytes(b, split);
+    even = unpacklo64(sa, sb);
+    odd = unpackhi64(sa, sb);
+#else
     const V low = splat16<V>(0x00FF);
     even = packus16(and_(a, low), and_(b, low));
     odd = packus16(srli16<8>(a), srli16<8>(b));
+#endif
 }
 
 // The two bytes of every 16-bit lane exchanged.
 template <class V>
 PXK_INLINE V swapBytePairs(V v) {
     return or_(slli16<8>(v), srli16<8>(v));
+}
+
+// The even 16-bit lanes of a, then those of b, in each 128-bit lane: each kept lane
+// sign-extended in its 32-bit lane, so that the signed pack takes it unchanged.
+template <class V>
+PXK_INLINE V evenWords(V a, V b) {
+    return packs32(srai32<16>(slli32<16>(a)), srai32<16>(slli32<16>(b)));
+}
+
+// 64 bytes a lane of packed pixel pairs (luma at bytes LumaByte and LumaByte + 2 of
+// each four) split: the 32 luma bytes a lane stored at y by `Stores` (unless KeepLuma
+// is false), the 32 chroma bytes a lane (16-bit chroma pairs) in chroma0, chroma1.
+template <int LumaByte, bool KeepLuma, class Stores, class V>
+PXK_INLINE void splitPackedLanes(const uint8_t* p, uint8_t* y, V& chroma0, V& chroma1) {
+    V e0, o0, e1, o1;
+    unzipBytes(loadLanes<V, 64>(p), loadLanes<V, 64>(p + 16), e0, o0);
+    unzipBytes(loadLanes<V, 64>(p + 32), loadLanes<V, 64>(p + 48), e1, o1);
+    if (KeepLuma) {
+        Stores::template storeLanes<V, 32>(y, LumaByte == 0 ? e0 : o0);
+        Stores::template storeLanes<V, 32>(y + 16, LumaByte == 0 ? e1 : o1);
+    }
+    chroma0 = LumaByte == 0 ? o0 : e0;
+    chroma1 = LumaByte == 0 ? o1 : e1;
 }
 
 // Bytes 1 and 3 of every four exchanged.
@@ -79,9 +116,11 @@ PXK_INLINE V swapOddBytesOfQuads(V v) {
 
 // ---------------------------------------------------------------------------------
 // Interleaved pairs to two rows: a[i] = src[2i], b[i] = src[2i + 1], for n pairs.
-// With KeepA (KeepB) false that row is neither written nor needed.
+// With KeepA (KeepB) false that row is neither written nor needed. With SwapB, b is
+// written as a row of pairs whose two bytes change places (b[i] = src[2 (i ^ 1) + 1];
+// n even).
 // ---------------------------------------------------------------------------------
-template <bool KeepA = true, bool KeepB = true, class Stores = PlainStores>
+template <bool KeepA = true, bool KeepB = true, class Stores = PlainStores, bool SwapB = false>
 PXK_INLINE void unzipPairs(const uint8_t* src, uint8_t* a, uint8_t* b, int32_t n) {
     forBlocks<16>(
         n,
@@ -90,11 +129,11 @@ PXK_INLINE void unzipPairs(const uint8_t* src, uint8_t* a, uint8_t* b, int32_t n
             V even, odd;
             simd::unzipBytes(vec::loadLanes<V, 32>(src + 2 * i), vec::loadLanes<V, 32>(src + 2 * i + 16), even, odd);
             if (KeepA) Stores::template storeLanes<V, 16>(a + i, even);
-            if (KeepB) Stores::template storeLanes<V, 16>(b + i, odd);
+            if (KeepB) Stores::template storeLanes<V, 16>(b + i, SwapB ? simd::swapBytePairs(odd) : odd);
         },
         [&](int32_t i) {
             if (KeepA) a[i] = src[2 * i];
-            if (KeepB) b[i] = src[2 * i + 1];
+            if (KeepB) b[i] = src[2 * (SwapB ? i ^ 1 : i) + 1];
         });
 }
 
@@ -119,38 +158,56 @@ PXK_INLINE void zipPairs(const uint8_t* a, const uint8_t* b, uint8_t* dst, int32
         });
 }
 
+// Which chroma of packed pixel pairs a split keeps, and how it lays it out.
+enum class PackedChroma {
+    AllPairs,               // every pair: its first chroma byte to c0, its second to c1
+    EveryOtherPair,         // pairs 0, 2, 4, ... (4:2:2 to 4:1:1), the same way
+    EveryOtherPairAsPairs,  // pairs 0, 2, 4, ..., their two bytes as a row of pairs in c0
+};
+
 // Packed pixel pairs (four bytes: luma at bytes LumaByte and LumaByte + 2, chroma in
-// the other two) to a luma row and two chroma rows: c0 takes the first chroma byte of
-// each pair, c1 the second, for n pairs. With KeepLuma false only the chroma rows are
-// written.
-template <int LumaByte, bool KeepLuma = true>
+// the other two) to a luma row and the chroma that `Pick` keeps, for n output chroma
+// columns (n pairs for AllPairs, else 2n). With KeepLuma false only the chroma is
+// written. Luma and a row of pairs are stored by `Stores`, chroma rows by plain
+// stores.
+template <int LumaByte, PackedChroma Pick, bool KeepLuma = true, class Stores = PlainStores>
 PXK_INLINE void unzipPackedPairs(const uint8_t* src, uint8_t* y, uint8_t* c0, uint8_t* c1, int32_t n) {
     constexpr int kChroma = 1 - LumaByte;
-    forBlocks<16>(
+    // Packed bytes and luma bytes of one output chroma column.
+    constexpr int kPacked = Pick == PackedChroma::AllPairs ? 4 : 8, kLuma = kPacked / 2;
+    forBlocks<64 / kPacked>(
         n,
         [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
             using V = decltype(tag);
-            const uint8_t* p = src + 4 * i;
-            V e0, o0, e1, o1;
-            simd::unzipBytes(vec::loadLanes<V, 64>(p), vec::loadLanes<V, 64>(p + 16), e0, o0);
-            simd::unzipBytes(vec::loadLanes<V, 64>(p + 32), vec::loadLanes<V, 64>(p + 48), e1, o1);
-            if (KeepLuma) {
-                vec::storeLanes<V, 32>(y + 2 * i, LumaByte == 0 ? e0 : o0);
-                vec::storeLanes<V, 32>(y + 2 * i + 16, LumaByte == 0 ? e1 : o1);
+            V chroma0, chroma1;
+            simd::splitPackedLanes<LumaByte, KeepLuma, Stores>(src + kPacked * i, y + kLuma * i, chroma0, chroma1);
+            if constexpr (Pick == PackedChroma::AllPairs) {
+                V first, second;
+                simd::unzipBytes(chroma0, chroma1, first, second);
+                vec::storeLanes<V, 16>(c0 + i, first);
+                vec::storeLanes<V, 16>(c1 + i, second);
+            } else if constexpr (Pick == PackedChroma::EveryOtherPairAsPairs) {
+                Stores::template storeLanes<V, 16>(c0 + 2 * i, simd::evenWords(chroma0, chroma1));
+            } else {
+                const V kept = simd::evenWords(chroma0, chroma1);
+                V first, second;
+                simd::unzipBytes(kept, kept, first, second);
+                vec::storeLowHalves(c0 + i, first);
+                vec::storeLowHalves(c1 + i, second);
             }
-            V first, second;
-            simd::unzipBytes(LumaByte == 0 ? o0 : e0, LumaByte == 0 ? o1 : e1, first, second);
-            vec::storeLanes<V, 16>(c0 + i, first);
-            vec::storeLanes<V, 16>(c1 + i, second);
         },
         [&](int32_t i) {
-            const uint8_t* p = src + 4 * i;
+            const uint8_t* p = src + kPacked * i;
             if (KeepLuma) {
-                y[2 * i] = p[LumaByte];
-                y[2 * i + 1] = p[LumaByte + 2];
+                for (int k = 0; k < kLuma; ++k) y[kLuma * i + k] = p[LumaByte + 2 * k];
             }
-            c0[i] = p[kChroma];
-            c1[i] = p[kChroma + 2];
+            if constexpr (Pick == PackedChroma::EveryOtherPairAsPairs) {
+                c0[2 * i] = p[kChroma];
+                c0[2 * i + 1] = p[kChroma + 2];
+            } else {
+                c0[i] = p[kChroma];
+                c1[i] = p[kChroma + 2];
+            }
         });
 }
 
@@ -184,6 +241,44 @@ PXK_INLINE void zipPackedPairs(const uint8_t* y, const uint8_t* c0, const uint8_
             p[LumaByte + 2] = y[2 * i + 1];
             p[kChroma] = c0[i];
             p[kChroma + 2] = c1[i];
+        });
+}
+
+// A luma row and a row of 4:1:1 chroma pairs (first chroma byte first) into packed
+// pixel pairs, each chroma pair going into two packed pairs, for n chroma pairs (4n
+// luma bytes, 8n packed bytes).
+template <int LumaByte, class Stores = PlainStores>
+PXK_INLINE void zipPackedRepeatedPairs(const uint8_t* y, const uint8_t* pairs, uint8_t* dst, int32_t n) {
+    constexpr int kChroma = 1 - LumaByte;
+    forBlocks<8>(
+        n,
+        [&](auto tag, int32_t i) PXK_LAMBDA_INLINE {
+            using V = decltype(tag);
+            using namespace vec;
+            const V p = loadLanes<V, 16>(pairs + 2 * i);
+            const V c0 = unpacklo16(p, p), c1 = unpackhi16(p, p);
+            const V y0 = loadLanes<V, 32>(y + 4 * i), y1 = loadLanes<V, 32>(y + 4 * i + 16);
+            uint8_t* q = dst + 8 * i;
+            if constexpr (LumaByte == 0) {
+                Stores::template storeLanes<V, 64>(q, unpacklo8(y0, c0));
+                Stores::template storeLanes<V, 64>(q + 16, unpackhi8(y0, c0));
+                Stores::template storeLanes<V, 64>(q + 32, unpacklo8(y1, c1));
+                Stores::template storeLanes<V, 64>(q + 48, unpackhi8(y1, c1));
+            } else {
+                Stores::template storeLanes<V, 64>(q, unpacklo8(c0, y0));
+                Stores::template storeLanes<V, 64>(q + 16, unpackhi8(c0, y0));
+                Stores::template storeLanes<V, 64>(q + 32, unpacklo8(c1, y1));
+                Stores::template storeLanes<V, 64>(q + 48, unpackhi8(c1, y1));
+            }
+        },
+        [&](int32_t i) {
+            for (int k = 0; k < 2; ++k) {
+                uint8_t* q = dst + 8 * i + 4 * k;
+                q[LumaByte] = y[4 * i + 2 * k];
+                q[LumaByte + 2] = y[4 * i + 2 * k + 1];
+                q[kChroma] = pairs[2 * i];
+                q[kChroma + 2] = pairs[2 * i + 1];
+            }
         });
 }
 

@@ -27,15 +27,15 @@ void interpolateOddRows(uint8_t* plane, int32_t step, int32_t columns, int32_t r
     auto even = [&](int32_t k) { return evenRow(plane, step, k); };
     auto odd = [&](int32_t k) { return byteOffset(evenRow(plane, step, k), step); };
     // Row 1: 8 C[0] + 9 C[1] - C[2] (the fourth tap unused).
-    halfSampleRow(even(0), even(1), even(2), even(2), odd(0), columns, HalfSampleTaps{8, 9, -1, 0});
+    halfSampleRow<HalfSampleTaps<8, 9, -1, 0>>(even(0), even(1), even(2), even(2), odd(0), columns);
     for (int32_t k = 1; k <= n - 3; ++k) {
-        halfSampleRow(even(k - 1), even(k), even(k + 1), even(k + 2), odd(k), columns, HalfSampleTaps{-1, 9, 9, -1});
+        halfSampleRow<HalfSampleTaps<-1, 9, 9, -1>>(even(k - 1), even(k), even(k + 1), even(k + 2), odd(k), columns);
     }
     // Row h - 3: -C[n-3] + 9 C[n-2] + 8 C[n-1]; row h - 1: -C[n-2] + 17 C[n-1].
-    halfSampleRow(even(n - 3), even(n - 2), even(n - 1), even(n - 1), odd(n - 2), columns,
-                  HalfSampleTaps{-1, 9, 8, 0});
-    halfSampleRow(even(n - 2), even(n - 1), even(n - 1), even(n - 1), odd(n - 1), columns,
-                  HalfSampleTaps{-1, 17, 0, 0});
+    halfSampleRow<HalfSampleTaps<-1, 9, 8, 0>>(even(n - 3), even(n - 2), even(n - 1), even(n - 1), odd(n - 2),
+                                               columns);
+    halfSampleRow<HalfSampleTaps<-1, 17, 0, 0>>(even(n - 2), even(n - 1), even(n - 1), even(n - 1), odd(n - 1),
+                                                columns);
 }
 
 // The region cut to an even width and a height that is a multiple of 8.

@@ -20,7 +20,7 @@ void packedToPlanes(const uint8_t* src, int32_t srcStep, uint8_t* y, int32_t ySt
     eachRow(
         size.height,
         [&](const uint8_t* s, uint8_t* py, uint8_t* p1, uint8_t* p2) {
-            unzipPackedPairs<0>(s, py, p1, p2, size.width / 2);
+            unzipPackedPairs<0, PackedChroma::AllPairs>(s, py, p1, p2, size.width / 2);
         },
         rows(src, srcStep), rows(y, yStep), rows(first, firstStep), rows(second, secondStep));
 }

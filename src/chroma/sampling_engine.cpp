@@ -14,7 +14,10 @@ uint8_t* rowOf(uint8_t* plane, int32_t step, int32_t row) {
     return byteOffset(plane, static_cast<std::intptr_t>(step) * row);
 }
 
-CbCr readChroma(const Side& s, int32_t row, int32_t c, int32_t n, uint8_t* cb, uint8_t* cr) {
+namespace {
+
+template <class St>
+CbCr readChromaWith(const Side& s, int32_t row, int32_t c, int32_t n, uint8_t* cb, uint8_t* cr, uint8_t* luma) {
     switch (s.layout) {
         case Layout::Planes: {
             const uint8_t* p1 = rowOf(s.chroma[0], s.chromaStep[0], row) + c;
@@ -37,12 +40,21 @@ CbCr readChroma(const Side& s, int32_t row, int32_t c, int32_t n, uint8_t* cb, u
     const bool cbFirst = s.cbAt < s.crAt;
     uint8_t* first = cbFirst ? cb : cr;
     uint8_t* second = cbFirst ? cr : cb;
+    uint8_t* y = luma == nullptr ? nullptr : luma + 2 * c;
     if (s.lumaByte == 0) {
-        unzipPackedPairs<0, false>(packed, nullptr, first, second, n);
+        if (y) unzipPackedPairs<0, PackedChroma::AllPairs, true, St>(packed, y, first, second, n);
+        else unzipPackedPairs<0, PackedChroma::AllPairs, false>(packed, nullptr, first, second, n);
     } else {
-        unzipPackedPairs<1, false>(packed, nullptr, first, second, n);
+        if (y) unzipPackedPairs<1, PackedChroma::AllPairs, true, St>(packed, y, first, second, n);
+        else unzipPackedPairs<1, PackedChroma::AllPairs, false>(packed, nullptr, first, second, n);
     }
     return CbCr{cb, cr};
+}
+
+}  // namespace
+
+CbCr readChroma(const Side& s, int32_t row, int32_t c, int32_t n, uint8_t* cb, uint8_t* cr, uint8_t* luma) {
+    return readChromaWith<PlainStores>(s, row, c, n, cb, cr, luma);
 }
 
 template <class St>
@@ -128,6 +140,129 @@ void copyLumaWith(const Side& s, const Side& d, int32_t width, int32_t height, b
     }
 }
 
+// Whether the luma of a packed source goes out as its chroma is read: into a
+// destination with a luma plane. Every packed row is then walked once (4:2:2 to
+// 4:2:0 takes the luma of the odd rows, whose chroma is dropped, right after the row
+// above, so that the luma rows still go out top to bottom).
+bool lumaWithChroma(const Side& s, const Side& d) {
+    return s.layout == Layout::Packed && d.layout != Layout::Packed;
+}
+
+// The start of destination luma row `row` where its luma goes out with the chroma.
+uint8_t* fusedLuma(const Side& s, const Side& d, int32_t row) {
+    return lumaWithChroma(s, d) ? rowOf(d.luma, d.lumaStep, row) : nullptr;
+}
+
+// Luma of packed row `row`, pixel pairs [c, c + n), to the same row of a luma plane.
+template <class St>
+void lumaOfPackedRow(const Side& s, const Side& d, int32_t row, int32_t c, int32_t n) {
+    const uint8_t* from = rowOf(s.luma, s.lumaStep, row) + 4 * c;
+    uint8_t* to = rowOf(d.luma, d.lumaStep, row) + 2 * c;
+    if (s.lumaByte == 0) {
+        unzipPairs<true, false, St>(from, to, nullptr, 2 * n);
+    } else {
+        unzipPairs<false, true, St>(from, nullptr, to, 2 * n);
+    }
+}
+
+// A packed source into pairs: the chroma bytes of a packed row are a row of pairs as
+// they stand (their two bytes exchanged where the orders differ), so one split of the
+// packed bytes makes the luma and the pairs of source row `from`, pixel pairs
+// [c, c + n). False where the split does not fit (chroma in the even bytes and the
+// orders different: no member has it).
+template <class St>
+bool splitPackedIntoPairs(const Side& s, const Side& d, int32_t from, int32_t row, int32_t c, int32_t n) {
+    if (s.layout != Layout::Packed || d.layout != Layout::Pairs) return false;
+    const bool swap = (s.cbAt < s.crAt) != (d.cbAt == 0);
+    const uint8_t* packed = rowOf(s.luma, s.lumaStep, from) + 4 * c;
+    uint8_t* y = rowOf(d.luma, d.lumaStep, from) + 2 * c;
+    uint8_t* pairs = rowOf(d.chroma[0], d.chromaStep[0], row) + 2 * c;
+    if (s.lumaByte == 0) {
+        if (swap) {
+            unzipPairs<true, true, St, true>(packed, y, pairs, 2 * n);
+        } else {
+            unzipPairs<true, true, St>(packed, y, pairs, 2 * n);
+        }
+        return true;
+    }
+    if (swap) return false;
+    unzipPairs<true, true, St>(packed, pairs, y, 2 * n);
+    return true;
+}
+
+// Pairs into a packed destination: a packed row is its luma row and its row of chroma
+// pairs interleaved byte by byte (the pairs' two bytes exchanged where the orders
+// differ), for output row `row` from chroma row `from`, pixel pairs [c, c + n). False
+// where the interleave does not fit (chroma in the even bytes and the orders
+// different: no member has it).
+template <class St>
+bool zipPairsIntoPacked(const Side& s, const Side& d, int32_t from, int32_t row, int32_t c, int32_t n) {
+    if (s.layout != Layout::Pairs || d.layout != Layout::Packed) return false;
+    const bool swap = (d.cbAt < d.crAt) != (s.cbAt == 0);
+    const uint8_t* y = rowOf(s.luma, s.lumaStep, row) + 2 * c;
+    const uint8_t* pairs = rowOf(s.chroma[0], s.chromaStep[0], from) + 2 * c;
+    uint8_t* packed = rowOf(d.luma, d.lumaStep, row) + 4 * c;
+    if (d.lumaByte == 0) {
+        if (swap) {
+            zipPairs<St, true>(y, pairs, packed, 2 * n);
+        } else {
+            zipPairs<St>(y, pairs, packed, 2 * n);
+        }
+        return true;
+    }
+    if (swap) return false;
+    zipPairs<St>(pairs, y, packed, 2 * n);
+    return true;
+}
+
+// 4:1:1 pairs into a packed destination in the same order: each source pair goes into
+// two packed pairs beside the luma of output row `row`, output chroma columns
+// [c, c + n) (n even). False where the orders differ (no member has it).
+template <class St>
+bool zipRepeatedPairsIntoPacked(const Side& s, const Side& d, int32_t row, int32_t c, int32_t n) {
+    if (s.layout != Layout::Pairs || d.layout != Layout::Packed) return false;
+    if ((d.cbAt < d.crAt) != (s.cbAt == 0)) return false;
+    const uint8_t* y = rowOf(s.luma, s.lumaStep, row) + 2 * c;
+    const uint8_t* pairs = rowOf(s.chroma[0], s.chromaStep[0], row) + c;
+    uint8_t* packed = rowOf(d.luma, d.lumaStep, row) + 4 * c;
+    if (d.lumaByte == 0) {
+        zipPackedRepeatedPairs<0, St>(y, pairs, packed, n / 2);
+    } else {
+        zipPackedRepeatedPairs<1, St>(y, pairs, packed, n / 2);
+    }
+    return true;
+}
+
+// A packed source into 4:1:1 planes or pairs (in the same order): luma and the chroma
+// of every other pixel pair of packed row `row` in one walk, for output chroma columns
+// [c, c + n). False where the pairs' order differs (no member has it).
+template <class St>
+bool splitPackedInto411(const Side& s, const Side& d, int32_t row, int32_t c, int32_t n) {
+    if (s.layout != Layout::Packed || d.layout == Layout::Packed) return false;
+    const bool cbFirst = s.cbAt < s.crAt;
+    const uint8_t* packed = rowOf(s.luma, s.lumaStep, row) + 8 * c;
+    uint8_t* y = rowOf(d.luma, d.lumaStep, row) + 4 * c;
+    if (d.layout == Layout::Pairs) {
+        if (cbFirst != (d.cbAt == 0)) return false;
+        uint8_t* pairs = rowOf(d.chroma[0], d.chromaStep[0], row) + 2 * c;
+        if (s.lumaByte == 0) {
+            unzipPackedPairs<0, PackedChroma::EveryOtherPairAsPairs, true, St>(packed, y, pairs, nullptr, n);
+        } else {
+            unzipPackedPairs<1, PackedChroma::EveryOtherPairAsPairs, true, St>(packed, y, pairs, nullptr, n);
+        }
+        return true;
+    }
+    const Targets t = chromaTargets(d, row, c, nullptr, nullptr);
+    uint8_t* first = cbFirst ? t.cb : t.cr;
+    uint8_t* second = cbFirst ? t.cr : t.cb;
+    if (s.lumaByte == 0) {
+        unzipPackedPairs<0, PackedChroma::EveryOtherPair, true, St>(packed, y, first, second, n);
+    } else {
+        unzipPackedPairs<1, PackedChroma::EveryOtherPair, true, St>(packed, y, first, second, n);
+    }
+    return true;
+}
+
 // Output chroma row `row`, columns [c, c + n), by the rule.
 template <class St>
 void chromaChunk(const Side& s, const Side& d, Rule rule, int32_t row, int32_t c, int32_t n) {
@@ -140,15 +275,22 @@ void chromaChunk(const Side& s, const Side& d, Rule rule, int32_t row, int32_t c
         case Rule::DropRows:
         case Rule::RepeatRows: {
             const int32_t from = rule == Rule::Same ? row : (rule == Rule::DropRows ? 2 * row : row / 2);
+            if (rule != Rule::RepeatRows && splitPackedIntoPairs<St>(s, d, from, row, c, n)) {
+                if (rule == Rule::DropRows) lumaOfPackedRow<St>(s, d, from + 1, c, n);
+                return;
+            }
+            if (zipPairsIntoPacked<St>(s, d, from, row, c, n)) return;
             // A planar destination is read straight into; otherwise scratch.
             const Targets t = chromaTargets(d, row, c, out[0], out[1]);
-            v = readChroma(s, from, c, n, t.cb, t.cr);
+            v = readChromaWith<St>(s, from, c, n, t.cb, t.cr, fusedLuma(s, d, from));
+            if (rule == Rule::DropRows && lumaWithChroma(s, d)) lumaOfPackedRow<St>(s, d, from + 1, c, n);
             break;
         }
         case Rule::DropColumns:
         case Rule::SplitRows: {
             const int32_t from = rule == Rule::DropColumns ? row : row / 2;
-            const CbCr src = readChroma(s, from, 2 * c, 2 * n, in[0], in[1]);
+            if (rule == Rule::DropColumns && splitPackedInto411<St>(s, d, row, c, n)) return;
+            const CbCr src = readChromaWith<St>(s, from, 2 * c, 2 * n, in[0], in[1], fusedLuma(s, d, from));
             const Targets t = chromaTargets(d, row, c, out[0], out[1]);
             const bool odd = rule == Rule::SplitRows && row % 2 == 1;
             if (odd) {
@@ -162,6 +304,7 @@ void chromaChunk(const Side& s, const Side& d, Rule rule, int32_t row, int32_t c
             break;
         }
         case Rule::RepeatColumns: {
+            if (zipRepeatedPairsIntoPacked<St>(s, d, row, c, n)) return;
             const CbCr src = readChroma(s, row, c / 2, n / 2, in[0], in[1]);
             const Targets t = chromaTargets(d, row, c, out[0], out[1]);
             zipPairs(src.cb, src.cb, t.cb, n / 2);
@@ -189,7 +332,7 @@ void convertWith(const Side& s, const Side& d, int32_t width, int32_t height, bo
     for (int32_t r = 0; r < rows; ++r) {
         for (int32_t c = 0; c < cols; c += kChunk) chromaChunk<St>(s, d, rule, r, c, std::min(kChunk, cols - c));
     }
-    copyLumaWith<St>(s, d, width, height, streamLumaCopies);
+    if (!lumaWithChroma(s, d)) copyLumaWith<St>(s, d, width, height, streamLumaCopies);
 }
 
 }  // namespace

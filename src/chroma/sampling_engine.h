@@ -74,8 +74,11 @@ struct CbCr {
 };
 
 // Reads the chroma of source chroma row `row`, columns [c, c + n), into cb and cr (or,
-// for planes, gives the planes' own bytes).
-CbCr readChroma(const Side& s, int32_t row, int32_t c, int32_t n, uint8_t* cb, uint8_t* cr);
+// for planes, gives the planes' own bytes). A packed source with `luma` given also
+// writes the luma of those pixel pairs there (the start of the destination's luma
+// row), so that the row is walked once.
+CbCr readChroma(const Side& s, int32_t row, int32_t c, int32_t n, uint8_t* cb, uint8_t* cr,
+                uint8_t* luma = nullptr);
 
 // Where output chroma of row `row`, columns [c, c + n) can be made: in a planar
 // destination its own bytes, otherwise the scratch rows given.

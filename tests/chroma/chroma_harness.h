@@ -186,6 +186,25 @@ inline void largeRegions(const Member& m) {
     EXPECT_TRUE(runOnce(m, 1028, 342, StepKind::Tight, StepKind::Tight, 6u)) << m.name;
 }
 
+// Widths around the chunks of columns that the kernels work in (512 chroma columns:
+// 1024 luma columns in 4:2:2 and 4:2:0, 2048 in 4:1:1), with every plan of steps
+// (a destination step of 0 keeps the last row written, so the order of the rows
+// counts too), and once on large padded rows.
+inline void chunkBoundaries(const Member& m) {
+    const int h = m.heights.empty() ? 4 : m.heights.back();
+    for (int w : {1020, 1022, 1024, 1026, 1030, 1040, 2044, 2046, 2048, 2052, 2060, 2080, 3076}) {
+        for (const pxktest::StepPlan& plan : pxktest::stepPlans()) {
+            const ::testing::AssertionResult r =
+                runOnce(m, w, h, plan.src, plan.dst, pxktest::seedFor(m.name.c_str(), {uint32_t(w), 77u}));
+            if (!r) {
+                ADD_FAILURE() << m.name << " width " << w << " steps " << pxktest::stepPlanName(plan) << ": "
+                              << r.message();
+                return;
+            }
+        }
+    }
+}
+
 // The pointer slots a member takes, by the kinds of its sides.
 inline std::vector<Slot> slotsOf(const Member& m) {
     std::vector<Slot> s;
@@ -325,6 +344,7 @@ inline void checkSizes(const Member& m) {
     TEST_P(Suite, EachNullPointerIsReportedBeforeTheSize) { checkNullPointers(GetParam()); }            \
     TEST_P(Suite, SizesBelowTheLeastWriteNothing) { checkSizes(GetParam()); }                           \
     TEST_P(Suite, LargeRegionsGiveTheSameBytes) { largeRegions(GetParam()); }                           \
+    TEST_P(Suite, WidthsAroundTheChunksOfColumns) { chunkBoundaries(GetParam()); }                      \
     INSTANTIATE_TEST_SUITE_P(Members, Suite, ::testing::ValuesIn(table()),                               \
                              [](const ::testing::TestParamInfo<::chromatest::Member>& info) {            \
                                  return info.param.name;                                                 \

@@ -153,4 +153,53 @@ TEST(InterlacedCases, FieldsDoNotMixAndFlatStaysFlat) {
     }
 }
 
+// Every pair of byte values through the weights of both directions, in vector columns
+// and in the scalar tail: 65536 + 5 chroma columns, column c holding the pair
+// (c & 255, c >> 8) (then five tail columns), against the weights written out here.
+TEST(InterlacedCases, EveryPairOfValuesInEveryWeight) {
+    const int cw = 65536 + 5, w = 2 * cw;
+    const auto lowOf = [](int c) { return uint8_t(c & 255); };
+    const auto highOf = [](int c) { return uint8_t((c >> 8) ^ (c > 65535 ? 0x5A : 0)); };
+    for (bool to420 : {true, false}) {
+        const int h = to420 ? 4 : 8, srcRows = to420 ? 4 : 4, dstRows = h / (to420 ? 2 : 1);
+        std::vector<uint8_t> y(std::size_t(w) * std::size_t(h), 3), cb(std::size_t(cw) * std::size_t(srcRows));
+        for (int c = 0; c < cw; ++c) {
+            // Rows 0 and 2 form one field, rows 1 and 3 the other; each field sees the
+            // pair both ways round.
+            cb[std::size_t(c)] = lowOf(c);
+            cb[std::size_t(cw + c)] = highOf(c);
+            cb[std::size_t(2 * cw + c)] = highOf(c);
+            cb[std::size_t(3 * cw + c)] = lowOf(c);
+        }
+        std::vector<uint8_t> dy(y.size()), dcb(std::size_t(cw) * std::size_t(dstRows)), dcr(dcb.size());
+        const uint8_t* const src[3] = {y.data(), cb.data(), cb.data()};
+        const int32_t steps[3] = {w, cw, cw};
+        uint8_t* const dst[3] = {dy.data(), dcb.data(), dcr.data()};
+        const PxkSize size{w, h};
+        const PxkResult st = to420 ? pxkiYCbCr422To420_Interlace_8u_P3R(src, steps, dst, steps, size)
+                                   : pxkiYCbCr420To422_Interlace_8u_P3R(src, steps, dst, steps, size);
+        ASSERT_EQ(st, pxkOk);
+        ASSERT_EQ(dcb, dcr);
+        int bad = 0;
+        for (int c = 0; c < cw && bad < 5; ++c) {
+            const int lo = lowOf(c), hi = highOf(c);
+            std::vector<int> want;
+            if (to420) {
+                want = {(3 * lo + hi + 2) >> 2, (hi + 3 * lo + 2) >> 2};
+            } else {
+                want = {lo, hi, (5 * lo + 3 * hi + 4) >> 3, (7 * hi + lo + 4) >> 3,
+                        (lo + 7 * hi + 4) >> 3, (3 * hi + 5 * lo + 4) >> 3, hi, lo};
+            }
+            for (int r = 0; r < dstRows; ++r) {
+                const int got = dcb[std::size_t(r) * std::size_t(cw) + std::size_t(c)];
+                if (got != want[std::size_t(r)]) {
+                    ADD_FAILURE() << (to420 ? "to 420" : "to 422") << " column " << c << " row " << r << ": "
+                                  << got << " want " << want[std::size_t(r)];
+                    ++bad;
+                }
+            }
+        }
+    }
+}
+
 }  // namespace
