@@ -23,7 +23,8 @@ bool streamingAllowed(const uint8_t* src, const uint8_t* dst);
 // resampling members does not make the test).
 void copyRow(const uint8_t* src, uint8_t* dst, std::size_t bytes, bool nonTemporal, bool addressTest = true);
 
-// Copies `rows` rows of `bytes` bytes, each side advancing by its own signed step.
+// Copies `rows` rows of `bytes` bytes, each side advancing by its own signed step;
+// rows that lie end to end on both sides (and do not overlap) as one run.
 void copyRows(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, std::size_t bytes, int32_t rows,
               bool nonTemporal);
 

@@ -127,12 +127,14 @@ Rule ruleFor(Sampling from, Sampling to) {
 template <class St>
 void copyLumaWith(const Side& s, const Side& d, int32_t width, int32_t height, bool streamCopies) {
     if (d.layout == Layout::Packed) return;
+    if (s.layout != Layout::Packed) {
+        copyRows(s.luma, s.lumaStep, d.luma, d.lumaStep, static_cast<std::size_t>(width), height, streamCopies);
+        return;
+    }
     for (int32_t y = 0; y < height; ++y) {
         uint8_t* to = rowOf(d.luma, d.lumaStep, y);
         const uint8_t* from = rowOf(s.luma, s.lumaStep, y);
-        if (s.layout != Layout::Packed) {
-            copyRow(from, to, static_cast<std::size_t>(width), streamCopies);
-        } else if (s.lumaByte == 0) {
+        if (s.lumaByte == 0) {
             unzipPairs<true, false, St>(from, to, nullptr, width);
         } else {
             unzipPairs<false, true, St>(from, nullptr, to, width);

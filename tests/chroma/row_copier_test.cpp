@@ -112,4 +112,38 @@ TEST(RowCopier, RowsFollowTheirSignedSteps) {
     }
 }
 
+// Rows end to end on both sides go as one run: the same bytes as a copy a row, with
+// and without non-temporal stores, and nothing past the last row changes.
+TEST(RowCopier, RowsEndToEndCopyTheSameBytes) {
+    for (std::size_t width : {1u, 15u, 64u, 100u, 1920u}) {
+        for (int32_t rows : {2, 3, 17}) {
+            for (bool nonTemporal : {false, true}) {
+                const std::size_t n = width * std::size_t(rows);
+                pxktest::Rng rng(pxktest::seedFor("copyRowsRun", {uint32_t(width), uint32_t(rows)}));
+                std::vector<uint8_t> src(n), dst(n + 64), want(n + 64);
+                rng.fill(src.data(), src.size());
+                rng.fill(dst.data(), dst.size());
+                want = dst;
+                for (std::size_t i = 0; i < n; ++i) want[i] = src[i];
+                copyRows(src.data(), int32_t(width), dst.data(), int32_t(width), width, rows, nonTemporal);
+                ASSERT_EQ(dst, want) << "width " << width << ", rows " << rows;
+            }
+        }
+    }
+}
+
+// Rows end to end that overlap their source (the target one row below it) still go a
+// row at a time, each row read after the one above was written.
+TEST(RowCopier, OverlappingRowsGoARowAtATime) {
+    const std::size_t width = 96;
+    const int32_t rows = 4;
+    std::vector<uint8_t> buf(width * (rows + 1));
+    for (std::size_t i = 0; i < buf.size(); ++i) buf[i] = uint8_t(i * 7);
+    const std::vector<uint8_t> before = buf;
+    copyRows(buf.data(), int32_t(width), buf.data() + width, int32_t(width), width, rows, false);
+    for (int32_t y = 0; y <= rows; ++y) {
+        for (std::size_t x = 0; x < width; ++x) ASSERT_EQ(buf[std::size_t(y) * width + x], before[x]) << y << " " << x;
+    }
+}
+
 }  // namespace
