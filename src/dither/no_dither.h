@@ -9,6 +9,7 @@
 #include <cstring>
 #include <type_traits>
 
+#include "dither/byte_levels.h"
 #include "dither/sample_vectors.h"
 #include "dither/samples.h"
 
@@ -66,28 +67,34 @@ void reduceNearest(const SampleT<S>* src, int32_t srcStep, SampleT<D>* dst, int3
     using Lay = Layout<Code>;
     constexpr bool kKeepFourth = Code == 4;
     const NearestLevelForm<S, D> form(L);
-    // Runs of at most 2^24 pixels, so that a run's sample count fits an int32.
-    constexpr int32_t kRun = 1 << 24;
-    for (int32_t y = 0; y < size.height; ++y) {
-        const SampleT<S>* rowS = rowAt(src, y, srcStep);
-        SampleT<D>* rowD = rowAt(dst, y, dstStep);
-        for (int32_t x0 = 0; x0 < size.width; x0 += kRun) {
-            const std::intptr_t first = static_cast<std::intptr_t>(x0) * Lay::kStride;
-            const SampleT<S>* s = rowS + first;
-            SampleT<D>* d = rowD + first;
-            const int32_t n = (size.width - x0 < kRun ? size.width - x0 : kRun) * Lay::kStride;
-            runSamples(
-                n,
-                [&](int32_t i, auto* type) PXK_LAMBDA_INLINE {
-                    using V = std::remove_pointer_t<decltype(type)>;
-                    storeCodesVec<D, kKeepFourth>(d + i, packCodes<D>(form.template apply<V>(s + i)));
-                },
-                [&](int32_t i) {
-                    if (kKeepFourth && i % 4 == 3) return;
-                    storeSample(d + i, form.apply(loadSample(s + i)));
-                });
+    const auto eachRun = [&](auto&& run) {
+        eachRowRun<Lay::kStride>(src, srcStep, dst, dstStep, size, run);
+    };
+    if constexpr (S == Sample::U8 && D == Sample::U8) {
+        // The nearest level is the one above when the remainder is above half a step:
+        // r > 127 in the integer form's units.
+        constexpr uint32_t kHalf = 127;
+        ByteLevelForm bytes;
+        if (worthByteLevels(size, Lay::kStride, 256) && bytes.setUp(L) &&
+            bytes.agrees(kHalf, [&](uint8_t v) { return form.apply(v); })) {
+            eachRun([&](const uint8_t* s, uint8_t* d, int32_t n, int32_t) {
+                byteLevelRow<kKeepFourth>(bytes, s, d, n, nullptr, kHalf);
+            });
+            return;
         }
     }
+    eachRun([&](const SampleT<S>* s, SampleT<D>* d, int32_t n, int32_t) {
+        runSamples(
+            n,
+            [&](int32_t i, auto* type) PXK_LAMBDA_INLINE {
+                using V = std::remove_pointer_t<decltype(type)>;
+                storeCodesVec<D, kKeepFourth>(d + i, packCodes<D>(form.template apply<V>(s + i)));
+            },
+            [&](int32_t i) {
+                if (kKeepFourth && i % 4 == 3) return;
+                storeSample(d + i, form.apply(loadSample(s + i)));
+            });
+    });
 }
 
 }  // namespace dither
