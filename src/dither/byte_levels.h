@@ -1,10 +1,11 @@
-// 8-bit samples into 8-bit codes without noise (nearest level and ordered dither): the
-// code of a sample is a function of its value and of the threshold it meets, so a
-// 16-bit integer form can stand in for the float forms. With n = v * L, the level below
-// is k0 = floor(n / 255), the remainder r = n - 255 k0 (the float remainder times L),
+// Integer samples into 8-bit codes without noise (nearest level of 8- and 16-bit
+// sources, ordered dither of 8-bit ones): the code of a sample is a function of its
+// value and of the threshold it meets, so a 16-bit integer form can stand in for the
+// float forms. With n = v * L and the domain's top T (255 or 65535), the level below
+// is k0 = floor(n / T), the remainder r = n - T k0 (the float remainder times L),
 // the level k = k0 + (r > limit), and the code floor(255 k / L) by a divisor's magic
 // number. The float forms have rounding of their own (a code may land one low), so a
-// call takes the integer form only after checking, for every 8-bit value and every
+// call takes the integer form only after checking, for every source value and every
 // limit of the call, that it gives the float form's code; otherwise the float form
 // runs. The bytes are the same either way; the integer form is only faster.
 #pragma once
@@ -20,7 +21,11 @@
 namespace pxk {
 namespace dither {
 
+template <Sample S>
 struct ByteLevelForm {
+    static_assert(S == Sample::U8 || S == Sample::U16 || S == Sample::S16, "integer sources");
+    // Source values that the check runs through.
+    static constexpr int32_t kValues = S == Sample::U8 ? 256 : 65536;
     int32_t L = 0;
     // floor(m / L) = ((m * magic) >> 16) >> shift for every m = 255 k that occurs (the
     // check at the start of a call proves it for the call's L).
@@ -44,33 +49,75 @@ struct ByteLevelForm {
         return true;
     }
 
-    // The vector form over 16-bit lanes holding values 0..255 and their limits 0..255.
+    // A limit as the vector form compares it: 16-bit remainders are compared as signed
+    // values moved down by 32768.
+    static int32_t limitLane(uint32_t limit) {
+        return static_cast<int32_t>(S == Sample::U8 ? limit : (limit ^ 0x8000u));
+    }
+
+    // The vector form over 16-bit lanes holding samples and their limits (limitLane).
     template <class V>
     PXK_INLINE V apply(V v, V limit) const {
         using namespace vec;
-        const V n = mullo16(v, splat16<V>(L));
-        // floor(n / 255) for n below 2^16: the high product by 0x8081, then 7 bits down.
-        const V k0 = srli16<7>(mulhiu16(n, splat16<V>(0x8081)));
-        const V r = sub16(n, mullo16(k0, splat16<V>(255)));
-        const V k = sub16(k0, greater16(r, limit));
+        V k0, raise;
+        if constexpr (S == Sample::U8) {
+            const V n = mullo16(v, splat16<V>(L));
+            // floor(n / 255) for n below 2^16: the high product by 0x8081, then 7 bits down.
+            k0 = srli16<7>(mulhiu16(n, splat16<V>(0x8081)));
+            const V r = sub16(n, mullo16(k0, splat16<V>(255)));
+            raise = greater16(r, limit);
+        } else {
+            const V u = S == Sample::S16 ? xor_(v, splat16<V>(0x8000)) : v;
+            // n = u L = 65536 hi + lo = 65535 hi + (hi + lo), and hi + lo < 2 * 65535:
+            // k0 = hi + 1 and r = hi + lo - 65535 where hi + lo reaches 65535 (carry all
+            // ones), else k0 = hi and r = hi + lo.
+            const V lo = mullo16(u, splat16<V>(L));
+            const V hi = mulhiu16(u, splat16<V>(L));
+            const V carry = equal16(addSatU16(lo, hi), splat16<V>(-1));
+            k0 = sub16(hi, carry);
+            const V r = sub16(add16(lo, hi), carry);
+            raise = greater16(xor_(r, splat16<V>(0x8000)), limit);
+        }
+        const V k = sub16(k0, raise);
         return srl16(mulhiu16(mullo16(k, splat16<V>(255)), splat16<V>(magic)), shift);
     }
 
     // The scalar twin.
-    PXK_INLINE uint8_t apply(uint32_t v, uint32_t limit) const {
-        const uint32_t n = v * static_cast<uint32_t>(L);
-        const uint32_t k0 = (n * 0x8081u) >> 23;
-        const uint32_t r = n - 255u * k0;
+    PXK_INLINE uint8_t apply(SampleT<S> sample, uint32_t limit) const {
+        const uint32_t u = S == Sample::S16 ? static_cast<uint32_t>(int32_t{sample} + 32768)
+                                            : static_cast<uint32_t>(sample);
+        const uint32_t n = u * static_cast<uint32_t>(L);
+        uint32_t k0, r;
+        if constexpr (S == Sample::U8) {
+            k0 = (n * 0x8081u) >> 23;
+            r = n - 255u * k0;
+        } else {
+            const uint32_t sum = (n >> 16) + (n & 0xFFFFu);
+            const uint32_t carry = sum >= 65535u ? 1u : 0u;
+            k0 = (n >> 16) + carry;
+            r = (sum + carry) & 0xFFFFu;
+        }
         const uint32_t k = k0 + (r > limit ? 1u : 0u);
         const uint32_t code = (((255u * k) * static_cast<uint32_t>(magic)) >> 16) >> shift;
         return static_cast<uint8_t>(code > 255u ? 255u : code);
     }
 
-    // Whether the form gives floatCode(v) for every 8-bit value v against the limit.
-    template <class FloatCode>
-    bool agrees(uint32_t limit, FloatCode&& floatCode) const {
-        for (uint32_t v = 0; v < 256; ++v) {
-            if (apply(v, limit) != floatCode(static_cast<uint8_t>(v))) return false;
+    // Whether the form gives the float form's code for every source value against the
+    // limit: floatCodes(values, codes, n) writes the float form's codes of n values.
+    template <class FloatCodes>
+    bool agrees(uint32_t limit, FloatCodes&& floatCodes) const {
+        constexpr int32_t kBatch = 256;
+        alignas(32) SampleT<S> values[kBatch];
+        alignas(32) uint8_t codes[kBatch];
+        for (int32_t first = 0; first < kValues; first += kBatch) {
+            for (int32_t j = 0; j < kBatch; ++j) {
+                const int32_t u = first + j;
+                values[j] = static_cast<SampleT<S>>(S == Sample::S16 ? u - 32768 : u);
+            }
+            floatCodes(static_cast<const SampleT<S>*>(values), static_cast<uint8_t*>(codes), kBatch);
+            for (int32_t j = 0; j < kBatch; ++j) {
+                if (apply(values[j], limit) != codes[j]) return false;
+            }
         }
         return true;
     }
@@ -88,12 +135,29 @@ PXK_INLINE bool worthByteLevels(PxkSize size, int32_t stride, int64_t checkedVal
 constexpr int32_t kLimitPeriod = 96;
 using LimitPattern = uint8_t[kLimitPeriod + 32];
 
+// The samples of a block in 16-bit lanes, in the order that packus16(lo, hi) gives
+// back: 8-bit samples unpacked from one vector, 16-bit ones from two (one a 16-byte
+// chunk in each lane, 32 bytes apart).
+template <Sample S, class V>
+PXK_INLINE void loadBlockLanes(const SampleT<S>* p, V& lo, V& hi) {
+    using namespace vec;
+    const uint8_t* bytes = reinterpret_cast<const uint8_t*>(p);
+    if constexpr (S == Sample::U8) {
+        const V b = loadLanes<V, 16>(bytes);
+        lo = unpacklo8(b, zero<V>());
+        hi = unpackhi8(b, zero<V>());
+    } else {
+        lo = loadLanes<V, 32>(bytes);
+        hi = loadLanes<V, 32>(bytes + 16);
+    }
+}
+
 // A row of n samples from s to d through the form, in vectors of 16 samples a lane and
-// a scalar tail (the two agree for every value). limits is the row's pattern, or
-// null for one limit everywhere. With KeepFourth every fourth sample (the alpha of
-// AC4 pixels) is not written at all.
-template <bool KeepFourth>
-PXK_INLINE void byteLevelRow(const ByteLevelForm& form, const uint8_t* s, uint8_t* d, int32_t n,
+// a scalar tail (the two agree for every value). limits is the row's pattern (8-bit
+// sources), or null for one limit everywhere. With KeepFourth every fourth sample (the
+// alpha of AC4 pixels) is not written at all.
+template <Sample S, bool KeepFourth>
+PXK_INLINE void byteLevelRow(const ByteLevelForm<S>& form, const SampleT<S>* s, uint8_t* d, int32_t n,
                              const uint8_t* limits, uint32_t oneLimit) {
     constexpr int32_t kBlock = 16;
     splitColumns<kBlock, kBlock * vec::kLanes<vec::Widest>>(
@@ -102,17 +166,16 @@ PXK_INLINE void byteLevelRow(const ByteLevelForm& form, const uint8_t* s, uint8_
             const auto block = [&](auto* type) PXK_LAMBDA_INLINE {
                 using namespace vec;
                 using V = std::remove_pointer_t<decltype(type)>;
-                const V src = loadLanes<V, 16>(s + i);
-                V limLo = splat16<V>(static_cast<int32_t>(oneLimit));
+                V lo, hi;
+                loadBlockLanes<S>(s + i, lo, hi);
+                V limLo = splat16<V>(ByteLevelForm<S>::limitLane(oneLimit));
                 V limHi = limLo;
                 if (limits != nullptr) {
                     const V lim = loadLanes<V, 16>(limits + i % kLimitPeriod);
                     limLo = unpacklo8(lim, zero<V>());
                     limHi = unpackhi8(lim, zero<V>());
                 }
-                const V lo = form.apply(unpacklo8(src, zero<V>()), limLo);
-                const V hi = form.apply(unpackhi8(src, zero<V>()), limHi);
-                const V codes = packus16(lo, hi);
+                const V codes = packus16(form.apply(lo, limLo), form.apply(hi, limHi));
                 if constexpr (KeepFourth) {
                     alignas(32) uint8_t local[sizeof(V)];
                     storeLanes<V, 16>(local, codes);

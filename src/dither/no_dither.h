@@ -70,30 +70,39 @@ void reduceNearest(const SampleT<S>* src, int32_t srcStep, SampleT<D>* dst, int3
     const auto eachRun = [&](auto&& run) {
         eachRowRun<Lay::kStride>(src, srcStep, dst, dstStep, size, run);
     };
-    if constexpr (S == Sample::U8 && D == Sample::U8) {
+    // The float form over a flat run of samples.
+    const auto floatRun = [&](auto keepFourth, const SampleT<S>* s, SampleT<D>* d, int32_t n) {
+        constexpr bool kKeep = decltype(keepFourth)::value;
+        runSamples(
+            n,
+            [&](int32_t i, auto* type) PXK_LAMBDA_INLINE {
+                using V = std::remove_pointer_t<decltype(type)>;
+                storeCodesVec<D, kKeep>(d + i, packCodes<D>(form.template apply<V>(s + i)));
+            },
+            [&](int32_t i) {
+                if (kKeep && i % 4 == 3) return;
+                storeSample(d + i, form.apply(loadSample(s + i)));
+            });
+    };
+    if constexpr (S != Sample::F32 && D == Sample::U8) {
         // The nearest level is the one above when the remainder is above half a step:
-        // r > 127 in the integer form's units.
-        constexpr uint32_t kHalf = 127;
-        ByteLevelForm bytes;
-        if (worthByteLevels(size, Lay::kStride, 256) && bytes.setUp(L) &&
-            bytes.agrees(kHalf, [&](uint8_t v) { return form.apply(v); })) {
-            eachRun([&](const uint8_t* s, uint8_t* d, int32_t n, int32_t) {
-                byteLevelRow<kKeepFourth>(bytes, s, d, n, nullptr, kHalf);
+        // r > 127 (8-bit sources) or r > 32767 (16-bit ones) in the integer form's units.
+        constexpr uint32_t kHalf = S == Sample::U8 ? 127u : 32767u;
+        // 16-bit sources check 65536 values, worth it only from 2^18 samples on.
+        constexpr int64_t kLeast = S == Sample::U8 ? 256 : (int64_t{1} << 18);
+        ByteLevelForm<S> bytes;
+        if (worthByteLevels(size, Lay::kStride, kLeast) && bytes.setUp(L) &&
+            bytes.agrees(kHalf, [&](const SampleT<S>* v, uint8_t* codes, int32_t n) {
+                floatRun(std::false_type{}, v, codes, n);
+            })) {
+            eachRun([&](const SampleT<S>* s, uint8_t* d, int32_t n, int32_t) {
+                byteLevelRow<S, kKeepFourth>(bytes, s, d, n, nullptr, kHalf);
             });
             return;
         }
     }
     eachRun([&](const SampleT<S>* s, SampleT<D>* d, int32_t n, int32_t) {
-        runSamples(
-            n,
-            [&](int32_t i, auto* type) PXK_LAMBDA_INLINE {
-                using V = std::remove_pointer_t<decltype(type)>;
-                storeCodesVec<D, kKeepFourth>(d + i, packCodes<D>(form.template apply<V>(s + i)));
-            },
-            [&](int32_t i) {
-                if (kKeepFourth && i % 4 == 3) return;
-                storeSample(d + i, form.apply(loadSample(s + i)));
-            });
+        floatRun(std::integral_constant<bool, kKeepFourth>{}, s, d, n);
     });
 }
 

@@ -72,14 +72,17 @@ template <int Code>
 bool reduceOrderedBytes(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, PxkSize size,
                         int32_t L, float inv, float step) {
     using Lay = Layout<Code>;
-    ByteLevelForm bytes;
+    ByteLevelForm<Sample::U8> bytes;
     if (!worthByteLevels(size, Lay::kStride, 16 * 256) || !bytes.setUp(L)) return false;
     const OrderedForm<Sample::U8, Sample::U8, false> form{inv, step};
     for (int r = 0; r < 4; ++r) {
         for (int c = 0; c < 4; ++c) {
             const float t = kBayer4x4[r][c] * step;
             const uint32_t limit = 17u * static_cast<uint32_t>(kBayerIndex[r][c]);
-            if (!bytes.agrees(limit, [&](uint8_t v) { return form.apply(v, t); })) return false;
+            const auto floatCodes = [&](const uint8_t* values, uint8_t* codes, int32_t n) {
+                for (int32_t j = 0; j < n; ++j) codes[j] = form.apply(values[j], t);
+            };
+            if (!bytes.agrees(limit, floatCodes)) return false;
         }
     }
     // The limits of rows y & 3, sample by sample.
@@ -92,7 +95,7 @@ bool reduceOrderedBytes(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32
     }
     eachRowRun<Lay::kStride>(src, srcStep, dst, dstStep, size,
                              [&](const uint8_t* s, uint8_t* d, int32_t n, int32_t y) {
-                                 byteLevelRow<Code == 4>(bytes, s, d, n, patterns[y & 3], 0);
+                                 byteLevelRow<Sample::U8, Code == 4>(bytes, s, d, n, patterns[y & 3], 0);
                              });
     return true;
 }
