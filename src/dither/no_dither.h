@@ -46,7 +46,10 @@ struct NearestLevelForm {
         if constexpr (S != Sample::F32) x = mulF(x, splatF<F>(factor()));
         const F step = splatF<F>(stepN);
         F y = mulF(toFloat(truncToInt(mulF(x, splatF<F>(levels)))), step);
-        y = selectF(lessF(splatF<F>(halfN), subF(x, y)), addF(y, step), y);
+        // The step added where the remainder is above half a step, and +0 elsewhere:
+        // y is a whole number of steps from an integer conversion, never -0 nor NaN,
+        // so y + 0 is y to the bit and no select is needed.
+        y = addF(y, andF(lessF(splatF<F>(halfN), subF(x, y)), step));
         // No rounding term: float error in y may land a sample one code low.
         return truncToInt(mulF(y, splatF<F>(kScale)));
     }

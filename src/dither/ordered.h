@@ -49,7 +49,9 @@ struct OrderedForm {
         const F v = loadDomainVec<S, V>(p);
         const F stepV = splatF<F>(step);
         F q = mulF(toFloat(truncToInt(mulF(v, splatF<F>(inv)))), stepV);
-        q = selectF(lessF(loadF<F>(t), subF(v, q)), addF(q, stepV), q);
+        // The step added where the threshold is below the remainder, +0 elsewhere (q is
+        // a whole number of steps, never -0 nor NaN, so q + 0 is q to the bit).
+        q = addF(q, andF(lessF(loadF<F>(t), subF(v, q)), stepV));
         return levelCodesVec<S, D, Half>(q);
     }
 
