@@ -78,7 +78,30 @@ struct ByteLevelForm {
             const V r = sub16(add16(lo, hi), carry);
             raise = greater16(xor_(r, splat16<V>(0x8000)), limit);
         }
-        const V k = sub16(k0, raise);
+        return codeOf(sub16(k0, raise));
+    }
+
+    // The limit of the nearest level: the remainder above half the domain's top.
+    static constexpr uint32_t kHalfLimit = S == Sample::U8 ? 127u : 32767u;
+
+    // The vector form against kHalfLimit. For 8-bit samples k0 + (r > 127) is
+    // floor((n + 127) / 255), since r + 127 reaches 255 just when r > 127: one division
+    // instead of the remainder and its compare.
+    template <class V>
+    PXK_INLINE V applyHalf(V v) const {
+        using namespace vec;
+        if constexpr (S == Sample::U8) {
+            const V n = add16(mullo16(v, splat16<V>(L)), splat16<V>(static_cast<int32_t>(kHalfLimit)));
+            return codeOf(srli16<7>(mulhiu16(n, splat16<V>(0x8081))));
+        } else {
+            return apply(v, splat16<V>(limitLane(kHalfLimit)));
+        }
+    }
+
+    // The code of level k: floor(255 k / L).
+    template <class V>
+    PXK_INLINE V codeOf(V k) const {
+        using namespace vec;
         return srl16(mulhiu16(mullo16(k, splat16<V>(255)), splat16<V>(magic)), shift);
     }
 
@@ -153,12 +176,12 @@ PXK_INLINE void loadBlockLanes(const SampleT<S>* p, V& lo, V& hi) {
 }
 
 // A row of n samples from s to d through the form, in vectors of 16 samples a lane and
-// a scalar tail (the two agree for every value). limits is the row's pattern (8-bit
-// sources), or null for one limit everywhere. With KeepFourth every fourth sample (the
-// alpha of AC4 pixels) is not written at all.
-template <Sample S, bool KeepFourth>
+// a scalar tail (the two agree for every value): against the nearest level's limit
+// (Nearest), or else against the row's pattern of limits (8-bit sources). With
+// KeepFourth every fourth sample (the alpha of AC4 pixels) is not written at all.
+template <Sample S, bool KeepFourth, bool Nearest>
 PXK_INLINE void byteLevelRow(const ByteLevelForm<S>& form, const SampleT<S>* s, uint8_t* d, int32_t n,
-                             const uint8_t* limits, uint32_t oneLimit) {
+                             const uint8_t* limits) {
     constexpr int32_t kBlock = 16;
     splitColumns<kBlock, kBlock * vec::kLanes<vec::Widest>>(
         n,
@@ -168,14 +191,14 @@ PXK_INLINE void byteLevelRow(const ByteLevelForm<S>& form, const SampleT<S>* s, 
                 using V = std::remove_pointer_t<decltype(type)>;
                 V lo, hi;
                 loadBlockLanes<S>(s + i, lo, hi);
-                V limLo = splat16<V>(ByteLevelForm<S>::limitLane(oneLimit));
-                V limHi = limLo;
-                if (limits != nullptr) {
+                V codes;
+                if constexpr (Nearest) {
+                    codes = packus16(form.applyHalf(lo), form.applyHalf(hi));
+                } else {
                     const V lim = loadLanes<V, 16>(limits + i % kLimitPeriod);
-                    limLo = unpacklo8(lim, zero<V>());
-                    limHi = unpackhi8(lim, zero<V>());
+                    codes = packus16(form.apply(lo, unpacklo8(lim, zero<V>())),
+                                     form.apply(hi, unpackhi8(lim, zero<V>())));
                 }
-                const V codes = packus16(form.apply(lo, limLo), form.apply(hi, limHi));
                 if constexpr (KeepFourth) {
                     alignas(32) uint8_t local[sizeof(V)];
                     storeLanes<V, 16>(local, codes);
@@ -193,7 +216,7 @@ PXK_INLINE void byteLevelRow(const ByteLevelForm<S>& form, const SampleT<S>* s, 
         },
         [&](int32_t i) {
             if (KeepFourth && i % 4 == 3) return;
-            d[i] = form.apply(s[i], limits != nullptr ? limits[i % kLimitPeriod] : oneLimit);
+            d[i] = form.apply(s[i], Nearest ? ByteLevelForm<S>::kHalfLimit : limits[i % kLimitPeriod]);
         });
 }
 

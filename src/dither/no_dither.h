@@ -90,7 +90,7 @@ void reduceNearest(const SampleT<S>* src, int32_t srcStep, SampleT<D>* dst, int3
     if constexpr (S != Sample::F32 && D == Sample::U8) {
         // The nearest level is the one above when the remainder is above half a step:
         // r > 127 (8-bit sources) or r > 32767 (16-bit ones) in the integer form's units.
-        constexpr uint32_t kHalf = S == Sample::U8 ? 127u : 32767u;
+        constexpr uint32_t kHalf = ByteLevelForm<S>::kHalfLimit;
         // 16-bit sources check 65536 values, worth it only from 2^18 samples on.
         constexpr int64_t kLeast = S == Sample::U8 ? 256 : (int64_t{1} << 18);
         ByteLevelForm<S> bytes;
@@ -99,7 +99,7 @@ void reduceNearest(const SampleT<S>* src, int32_t srcStep, SampleT<D>* dst, int3
                 floatRun(std::false_type{}, v, codes, n);
             })) {
             eachRun([&](const SampleT<S>* s, uint8_t* d, int32_t n, int32_t) {
-                byteLevelRow<S, kKeepFourth>(bytes, s, d, n, nullptr, kHalf);
+                byteLevelRow<S, kKeepFourth, true>(bytes, s, d, n, nullptr);
             });
             return;
         }

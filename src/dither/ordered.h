@@ -97,7 +97,7 @@ bool reduceOrderedBytes(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32
     }
     eachRowRun<Lay::kStride>(src, srcStep, dst, dstStep, size,
                              [&](const uint8_t* s, uint8_t* d, int32_t n, int32_t y) {
-                                 byteLevelRow<Sample::U8, Code == 4>(bytes, s, d, n, patterns[y & 3], 0);
+                                 byteLevelRow<Sample::U8, Code == 4, false>(bytes, s, d, n, patterns[y & 3]);
                              });
     return true;
 }
