@@ -2,7 +2,9 @@
 // precision throughout. Every sample is independent of its column, so C1, C3 and C4
 // rows are one flat run of width * channels samples, in vectors of four samples a
 // lane and a scalar tail with the same arithmetic. AC4 rows run the same way over all
-// four samples of each pixel, and only the first three of each are written.
+// four samples of each pixel, and only the first three of each are written. Integer
+// sources into 8-bit codes take the integer form of byte_levels.h instead where it is
+// proven to give the same codes (on large enough regions).
 #pragma once
 
 #include <cstdint>

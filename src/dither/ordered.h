@@ -3,7 +3,9 @@
 // or without noise from the tables. Rows are independent. A row runs in chunks of 64
 // pixels: the thresholds of the chunk's samples are laid out first (once a row without
 // noise, where every chunk repeats the pattern), then the samples go through in
-// vectors of four a lane, with a scalar tail of the same arithmetic.
+// vectors of four a lane, with a scalar tail of the same arithmetic. 8-bit samples
+// into 8-bit codes without noise take the integer form of byte_levels.h instead where
+// it is proven to give the same codes (on large enough regions).
 #pragma once
 
 #include <cstdint>
