@@ -180,8 +180,11 @@ PXK_INLINE void loadBlockLanes(const SampleT<S>* p, V& lo, V& hi) {
 // (Nearest), or else against the row's pattern of limits (8-bit sources). With
 // KeepFourth every fourth sample (the alpha of AC4 pixels) is not written at all.
 template <Sample S, bool KeepFourth, bool Nearest>
-PXK_INLINE void byteLevelRow(const ByteLevelForm<S>& form, const SampleT<S>* s, uint8_t* d, int32_t n,
+PXK_INLINE void byteLevelRow(const ByteLevelForm<S>& formRef, const SampleT<S>* s, uint8_t* d, int32_t n,
                              const uint8_t* limits) {
+    // A local copy: the byte stores below may alias anything the caller's form could
+    // be, and the copy lets its numbers (and their splats) stay in registers.
+    const ByteLevelForm<S> form = formRef;
     constexpr int32_t kBlock = 16;
     splitColumns<kBlock, kBlock * vec::kLanes<vec::Widest>>(
         n,
