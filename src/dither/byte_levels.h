@@ -219,7 +219,8 @@ PXK_INLINE void byteLevelRow(const ByteLevelForm<S>& formRef, const SampleT<S>* 
         },
         [&](int32_t i) {
             if (KeepFourth && i % 4 == 3) return;
-            d[i] = form.apply(s[i], Nearest ? ByteLevelForm<S>::kHalfLimit : limits[i % kLimitPeriod]);
+            // Rows may start at any byte (byte steps), so the sample is read by bytes.
+            d[i] = form.apply(loadSample(s + i), Nearest ? ByteLevelForm<S>::kHalfLimit : limits[i % kLimitPeriod]);
         });
 }
 
