@@ -2,13 +2,16 @@
 // precision throughout. Every sample is independent of its column, so C1, C3 and C4
 // rows are one flat run of width * channels samples, in vectors of four samples a
 // lane and a scalar tail with the same arithmetic. AC4 rows run the same way over all
-// four samples of each pixel, and only the first three of each are written.
+// four samples of each pixel, and only the first three of each are written. Integer
+// sources into 8-bit codes take the integer form of byte_levels.h instead where it is
+// proven to give the same codes (on large enough regions).
 #pragma once
 
 #include <cstdint>
 #include <cstring>
 #include <type_traits>
 
+#include "dither/byte_levels.h"
 #include "dither/sample_vectors.h"
 #include "dither/samples.h"
 
@@ -45,7 +48,10 @@ struct NearestLevelForm {
         if constexpr (S != Sample::F32) x = mulF(x, splatF<F>(factor()));
         const F step = splatF<F>(stepN);
         F y = mulF(toFloat(truncToInt(mulF(x, splatF<F>(levels)))), step);
-        y = selectF(lessF(splatF<F>(halfN), subF(x, y)), addF(y, step), y);
+        // The step added where the remainder is above half a step, and +0 elsewhere:
+        // y is a whole number of steps from an integer conversion, never -0 nor NaN,
+        // so y + 0 is y to the bit and no select is needed.
+        y = addF(y, andF(lessF(splatF<F>(halfN), subF(x, y)), step));
         // No rounding term: float error in y may land a sample one code low.
         return truncToInt(mulF(y, splatF<F>(kScale)));
     }
@@ -66,28 +72,43 @@ void reduceNearest(const SampleT<S>* src, int32_t srcStep, SampleT<D>* dst, int3
     using Lay = Layout<Code>;
     constexpr bool kKeepFourth = Code == 4;
     const NearestLevelForm<S, D> form(L);
-    // Runs of at most 2^24 pixels, so that a run's sample count fits an int32.
-    constexpr int32_t kRun = 1 << 24;
-    for (int32_t y = 0; y < size.height; ++y) {
-        const SampleT<S>* rowS = rowAt(src, y, srcStep);
-        SampleT<D>* rowD = rowAt(dst, y, dstStep);
-        for (int32_t x0 = 0; x0 < size.width; x0 += kRun) {
-            const std::intptr_t first = static_cast<std::intptr_t>(x0) * Lay::kStride;
-            const SampleT<S>* s = rowS + first;
-            SampleT<D>* d = rowD + first;
-            const int32_t n = (size.width - x0 < kRun ? size.width - x0 : kRun) * Lay::kStride;
-            runSamples(
-                n,
-                [&](int32_t i, auto* type) PXK_LAMBDA_INLINE {
-                    using V = std::remove_pointer_t<decltype(type)>;
-                    storeCodesVec<D, kKeepFourth>(d + i, packCodes<D>(form.template apply<V>(s + i)));
-                },
-                [&](int32_t i) {
-                    if (kKeepFourth && i % 4 == 3) return;
-                    storeSample(d + i, form.apply(loadSample(s + i)));
-                });
+    const auto eachRun = [&](auto&& run) {
+        eachRowRun<Lay::kStride>(src, srcStep, dst, dstStep, size, run);
+    };
+    // The float form over a flat run of samples.
+    const auto floatRun = [&](auto keepFourth, const SampleT<S>* s, SampleT<D>* d, int32_t n) {
+        constexpr bool kKeep = decltype(keepFourth)::value;
+        runSamples(
+            n,
+            [&](int32_t i, auto* type) PXK_LAMBDA_INLINE {
+                using V = std::remove_pointer_t<decltype(type)>;
+                storeCodesVec<D, kKeep>(d + i, packCodes<D>(form.template apply<V>(s + i)));
+            },
+            [&](int32_t i) {
+                if (kKeep && i % 4 == 3) return;
+                storeSample(d + i, form.apply(loadSample(s + i)));
+            });
+    };
+    if constexpr (S != Sample::F32 && D == Sample::U8) {
+        // The nearest level is the one above when the remainder is above half a step:
+        // r > 127 (8-bit sources) or r > 32767 (16-bit ones) in the integer form's units.
+        constexpr uint32_t kHalf = ByteLevelForm<S>::kHalfLimit;
+        // 16-bit sources check 65536 values, worth it only from 2^18 samples on.
+        constexpr int64_t kLeast = S == Sample::U8 ? 256 : (int64_t{1} << 18);
+        ByteLevelForm<S> bytes;
+        if (worthByteLevels(size, Lay::kStride, kLeast) && bytes.setUp(L) &&
+            bytes.agrees(kHalf, [&](const SampleT<S>* v, uint8_t* codes, int32_t n) {
+                floatRun(std::false_type{}, v, codes, n);
+            })) {
+            eachRun([&](const SampleT<S>* s, uint8_t* d, int32_t n, int32_t) {
+                byteLevelRow<S, kKeepFourth, true>(bytes, s, d, n, nullptr);
+            });
+            return;
         }
     }
+    eachRun([&](const SampleT<S>* s, SampleT<D>* d, int32_t n, int32_t) {
+        floatRun(std::integral_constant<bool, kKeepFourth>{}, s, d, n);
+    });
 }
 
 }  // namespace dither

@@ -3,12 +3,15 @@
 // or without noise from the tables. Rows are independent. A row runs in chunks of 64
 // pixels: the thresholds of the chunk's samples are laid out first (once a row without
 // noise, where every chunk repeats the pattern), then the samples go through in
-// vectors of four a lane, with a scalar tail of the same arithmetic.
+// vectors of four a lane, with a scalar tail of the same arithmetic. 8-bit samples
+// into 8-bit codes without noise take the integer form of byte_levels.h instead where
+// it is proven to give the same codes (on large enough regions).
 #pragma once
 
 #include <cstdint>
 #include <type_traits>
 
+#include "dither/byte_levels.h"
 #include "dither/noise.h"
 #include "dither/sample_vectors.h"
 #include "dither/samples.h"
@@ -20,12 +23,19 @@ namespace dither {
 // rounded).
 constexpr float bayerEntry(int k) { return static_cast<float>(k) / 15.0f; }
 
-// Rows by y & 3, columns by x & 3.
+// The k of each entry, rows by y & 3, columns by x & 3.
+constexpr int kBayerIndex[4][4] = {{0, 8, 2, 10}, {12, 4, 14, 6}, {3, 11, 1, 9}, {15, 7, 13, 5}};
+
+// The entries as floats, rows by y & 3, columns by x & 3.
 constexpr float kBayer4x4[4][4] = {
-    {bayerEntry(0), bayerEntry(8), bayerEntry(2), bayerEntry(10)},
-    {bayerEntry(12), bayerEntry(4), bayerEntry(14), bayerEntry(6)},
-    {bayerEntry(3), bayerEntry(11), bayerEntry(1), bayerEntry(9)},
-    {bayerEntry(15), bayerEntry(7), bayerEntry(13), bayerEntry(5)},
+    {bayerEntry(kBayerIndex[0][0]), bayerEntry(kBayerIndex[0][1]), bayerEntry(kBayerIndex[0][2]),
+     bayerEntry(kBayerIndex[0][3])},
+    {bayerEntry(kBayerIndex[1][0]), bayerEntry(kBayerIndex[1][1]), bayerEntry(kBayerIndex[1][2]),
+     bayerEntry(kBayerIndex[1][3])},
+    {bayerEntry(kBayerIndex[2][0]), bayerEntry(kBayerIndex[2][1]), bayerEntry(kBayerIndex[2][2]),
+     bayerEntry(kBayerIndex[2][3])},
+    {bayerEntry(kBayerIndex[3][0]), bayerEntry(kBayerIndex[3][1]), bayerEntry(kBayerIndex[3][2]),
+     bayerEntry(kBayerIndex[3][3])},
 };
 
 // One sample against its threshold t: the level below it, raised by a step when t is
@@ -41,7 +51,9 @@ struct OrderedForm {
         const F v = loadDomainVec<S, V>(p);
         const F stepV = splatF<F>(step);
         F q = mulF(toFloat(truncToInt(mulF(v, splatF<F>(inv)))), stepV);
-        q = selectF(lessF(loadF<F>(t), subF(v, q)), addF(q, stepV), q);
+        // The step added where the threshold is below the remainder, +0 elsewhere (q is
+        // a whole number of steps, never -0 nor NaN, so q + 0 is q to the bit).
+        q = addF(q, andF(lessF(loadF<F>(t), subF(v, q)), stepV));
         return levelCodesVec<S, D, Half>(q);
     }
 
@@ -56,6 +68,42 @@ struct OrderedForm {
 
 constexpr int32_t kOrderedChunk = 64;
 
+// 8-bit samples into 8-bit codes without noise by the integer form, when it agrees with
+// the float form for every value against every entry (false, and nothing written, when
+// it does not or the region is too small to pay for the check). Entry k of the matrix
+// is the limit 17 k: the float threshold k / 15 of a step, times L.
+template <int Code>
+bool reduceOrderedBytes(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, PxkSize size,
+                        int32_t L, float inv, float step) {
+    using Lay = Layout<Code>;
+    ByteLevelForm<Sample::U8> bytes;
+    if (!worthByteLevels(size, Lay::kStride, 16 * 256) || !bytes.setUp(L)) return false;
+    const OrderedForm<Sample::U8, Sample::U8, false> form{inv, step};
+    for (int r = 0; r < 4; ++r) {
+        for (int c = 0; c < 4; ++c) {
+            const float t = kBayer4x4[r][c] * step;
+            const uint32_t limit = 17u * static_cast<uint32_t>(kBayerIndex[r][c]);
+            const auto floatCodes = [&](const uint8_t* values, uint8_t* codes, int32_t n) {
+                for (int32_t j = 0; j < n; ++j) codes[j] = form.apply(values[j], t);
+            };
+            if (!bytes.agrees(limit, floatCodes)) return false;
+        }
+    }
+    // The limits of rows y & 3, sample by sample.
+    alignas(32) LimitPattern patterns[4];
+    for (int r = 0; r < 4; ++r) {
+        for (int32_t j = 0; j < static_cast<int32_t>(sizeof(LimitPattern)); ++j) {
+            const int32_t x = (j % kLimitPeriod) / Lay::kStride;
+            patterns[r][j] = static_cast<uint8_t>(17 * kBayerIndex[r][x & 3]);
+        }
+    }
+    eachRowRun<Lay::kStride>(src, srcStep, dst, dstStep, size,
+                             [&](const uint8_t* s, uint8_t* d, int32_t n, int32_t y) {
+                                 byteLevelRow<Sample::U8, Code == 4, false>(bytes, s, d, n, patterns[y & 3]);
+                             });
+    return true;
+}
+
 // The region, row by row. The half rule holds in the form with noise (tables not
 // null), in C1, C3 and AC4, for the types that have it; C4 never adds it.
 template <Sample S, Sample D, int Code>
@@ -65,6 +113,9 @@ void reduceOrdered(const SampleT<S>* src, int32_t srcStep, SampleT<D>* dst, int3
     constexpr bool kKeepFourth = Code == 4;
     const float step = domainTop<S>() / static_cast<float>(L);
     const float inv = static_cast<float>(L) / domainTop<S>();
+    if constexpr (S == Sample::U8 && D == Sample::U8) {
+        if (tables == nullptr && reduceOrderedBytes<Code>(src, srcStep, dst, dstStep, size, L, inv, step)) return;
+    }
     const auto run = [&](auto halfTag) {
         const OrderedForm<S, D, decltype(halfTag)::value> form{inv, step};
         // Thresholds of one chunk, a sample each.

@@ -106,5 +106,22 @@ PXK_INLINE T* rowAt(T* row0, int32_t y, std::intptr_t step) {
     return byteOffset(row0, static_cast<std::intptr_t>(y) * step);
 }
 
+// The rows of a region as flat runs of samples: run(s, d, n, y) for each run of at most
+// 2^24 pixels (so that a run's sample count fits an int32; a run starts on a multiple
+// of 4 pixels), Stride samples a pixel.
+template <int Stride, class TS, class TD, class Run>
+PXK_INLINE void eachRowRun(const TS* src, int32_t srcStep, TD* dst, int32_t dstStep, PxkSize size, Run&& run) {
+    constexpr int32_t kRun = 1 << 24;
+    for (int32_t y = 0; y < size.height; ++y) {
+        const TS* rowS = rowAt(src, y, srcStep);
+        TD* rowD = rowAt(dst, y, dstStep);
+        for (int32_t x0 = 0; x0 < size.width; x0 += kRun) {
+            const std::intptr_t first = static_cast<std::intptr_t>(x0) * Stride;
+            const int32_t n = (size.width - x0 < kRun ? size.width - x0 : kRun) * Stride;
+            run(rowS + first, rowD + first, n, y);
+        }
+    }
+}
+
 }  // namespace dither
 }  // namespace pxk

@@ -261,6 +261,13 @@ PXK_INLINE V upperHalf(V a) {
     return shuffle32<_MM_SHUFFLE(3, 2, 3, 2)>(a);
 }
 
+// Each 16-bit lane shifted right, zeros shifted in, by a count known only at run time
+// (the same for every lane; 16 or more gives 0).
+PXK_INLINE V128 srl16(V128 a, int32_t count) { return _mm_srl_epi16(a, _mm_cvtsi32_si128(count)); }
+#if defined(PXKCC_TARGET_AVX2)
+PXK_INLINE V256 srl16(V256 a, int32_t count) { return _mm256_srl_epi16(a, _mm_cvtsi32_si128(count)); }
+#endif
+
 #if defined(PXKCC_TARGET_AVX2)
 // Sums of adjacent 16-bit lanes: four pairs of a, then four of b, in each 128-bit lane.
 PXK_VEC_OP2(pairSums16, _mm_hadd_epi16, _mm256_hadd_epi16)
