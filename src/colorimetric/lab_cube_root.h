@@ -162,16 +162,21 @@ PXK_INLINE void widen(V256 v, D256 out[2]) {
 PXK_INLINE F256 narrow(const D256 d[2]) {
     return _mm256_set_m128(_mm256_cvtpd_ps(d[1]), _mm256_cvtpd_ps(d[0]));
 }
+// Four doubles from base[index[i]] (every lane gathered).
+PXK_INLINE D256 gather4(const double* base, V128 index) {
+    const D256 all = _mm256_castsi256_pd(_mm256_set1_epi64x(-1));
+    return _mm256_mask_i32gather_pd(_mm256_setzero_pd(), base, index, all, 8);
+}
 template <int Field>
 PXK_INLINE void rowColumn(V256 rows, D256 out[2]) {
     const double* base = &kTable.row[0].inverse + Field;
     const V256 at = vec::add32(rows, rows);  // two doubles a row
-    out[0] = _mm256_i32gather_pd(base, _mm256_castsi256_si128(at), 8);
-    out[1] = _mm256_i32gather_pd(base, _mm256_extracti128_si256(at, 1), 8);
+    out[0] = gather4(base, _mm256_castsi256_si128(at));
+    out[1] = gather4(base, _mm256_extracti128_si256(at, 1));
 }
 PXK_INLINE void exponentColumn(V256 k, D256 out[2]) {
-    out[0] = _mm256_i32gather_pd(kTable.exponentRoot, _mm256_castsi256_si128(k), 8);
-    out[1] = _mm256_i32gather_pd(kTable.exponentRoot, _mm256_extracti128_si256(k, 1), 8);
+    out[0] = gather4(kTable.exponentRoot, _mm256_castsi256_si128(k));
+    out[1] = gather4(kTable.exponentRoot, _mm256_extracti128_si256(k, 1));
 }
 #endif
 

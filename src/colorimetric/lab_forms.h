@@ -143,7 +143,7 @@ PXK_INLINE Sample lowBitsOfTruncated(float v) {
     return static_cast<Sample>(static_cast<uint32_t>(truncToInt32(v)));
 }
 
-// The 8-bit and 16-bit codes of a Lab value, each multiplication and division a step
+// The 8-bit codes of a Lab value, each multiplication and division a step
 // of its own.
 struct LabTo8u {
     using Sample = uint8_t;
@@ -153,15 +153,6 @@ struct LabTo8u {
         out[2] = lowBitsOfTruncated<uint8_t>(v.b + 128.5f);
     }
 };
-struct LabTo16u {
-    using Sample = uint16_t;
-    PXK_INLINE static void store(const Lab<float>& v, uint16_t* out) {
-        storeSample(out, lowBitsOfTruncated<uint16_t>(v.l * 65535.0f / 100.0f));
-        storeSample(out + 1, lowBitsOfTruncated<uint16_t>((v.a + 128.0f) * 255.0f));
-        storeSample(out + 2, lowBitsOfTruncated<uint16_t>((v.b + 128.0f) * 255.0f));
-    }
-};
-
 // ---------------------------------------------------------------------------------
 // Forward over vectors of floats: every lane as labOfXyz, the cube roots by
 // labCubeRootLanes for the lanes above the threshold, the linear foot for the others.
@@ -223,16 +214,36 @@ struct ToLab32f {
 
 // 8-bit RGB to 8-bit Lab codes: the vector form (all columns alike, so any block
 // split gives the same bytes) and its scalar twin.
+// Lab of 8-bit R, G, B lanes, as labOfRgb8u.
+template <class F>
+PXK_INLINE Lab<F> labOfRgb8uLanes(F r, F g, F b) {
+    return labOfXyzLanes(divF(matrixRowLanes(0, r, g, b), splatF<F>(kDivisor8uX)),
+                         divF(matrixRowLanes(1, r, g, b), splatF<F>(kDivisor8uY)),
+                         divF(matrixRowLanes(2, r, g, b), splatF<F>(kDivisor8uZ)));
+}
+
 struct ToLab8uForm {
     static constexpr ToInteger kToInteger = ToInteger::TruncateLowByte;
     template <class F>
     PXK_INLINE static Floats3<F> apply(const Floats3<F>& rgb) {
-        const F r = rgb.c[0], g = rgb.c[1], b = rgb.c[2];
-        const Lab<F> v = labOfXyzLanes(divF(matrixRowLanes(0, r, g, b), splatF<F>(kDivisor8uX)),
-                                       divF(matrixRowLanes(1, r, g, b), splatF<F>(kDivisor8uY)),
-                                       divF(matrixRowLanes(2, r, g, b), splatF<F>(kDivisor8uZ)));
+        const Lab<F> v = labOfRgb8uLanes(rgb.c[0], rgb.c[1], rgb.c[2]);
         return Floats3<F>{{addF(divF(mulF(v.l, splatF<F>(255.0f)), splatF<F>(100.0f)), splatF<F>(0.5f)),
                            addF(v.a, splatF<F>(128.5f)), addF(v.b, splatF<F>(128.5f))}};
+    }
+};
+
+// 8-bit BGR to 16-bit Lab codes, L 65535 / 100, (a + 128) 255 and (b + 128) 255, each
+// product and quotient a step of its own, truncated, the low 16 bits stored (no
+// saturation); for the float rows, every column by the vector form.
+struct ToLab16uFrom8u {
+    static constexpr bool kTail = false;
+    template <class F>
+    PXK_INLINE static auto block(const Floats3<F>& bgr) {
+        const Lab<F> v = labOfRgb8uLanes(bgr.c[2], bgr.c[1], bgr.c[0]);
+        using V = decltype(bitsOf(F{}));
+        return Lanes3<V>{{truncToInt(divF(mulF(v.l, splatF<F>(65535.0f)), splatF<F>(100.0f))),
+                          truncToInt(mulF(addF(v.a, splatF<F>(128.0f)), splatF<F>(255.0f))),
+                          truncToInt(mulF(addF(v.b, splatF<F>(128.0f)), splatF<F>(255.0f)))}};
     }
 };
 using ToLab8uBlock = HalvesBlock<ToLab8uForm>;

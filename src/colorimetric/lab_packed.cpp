@@ -42,7 +42,7 @@ PxkResult pxkiBGRToLab_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDs
 }
 PxkResult pxkiBGRToLab_8u16u_C3R(const uint8_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep,
                                  PxkSize roiSize) {
-    return convertRows(pSrc, srcStep, pDst, dstStep, roiSize, rgbToLab8uRow<Order::Bgr, LabTo16u>);
+    return convertRows(pSrc, srcStep, pDst, dstStep, roiSize, bgrToLab16uRow);
 }
 PxkResult pxkiRGBToLab_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep, PxkSize roiSize) {
     return convertRows(pSrc, srcStep, pDst, dstStep, roiSize, rgbToLabFloatRow<Order::Rgb>);

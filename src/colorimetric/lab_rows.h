@@ -38,12 +38,10 @@ PXK_INLINE void rgbToLabFloatRow(const float* src, float* dst, int32_t width) {
     convertWideRow<ToLab32f<O == Order::Bgr>, 3, 3>(src, dst, width);
 }
 
-// One row of interleaved 8-bit RGB to 8-bit or 16-bit Lab codes (Codes: LabTo8u,
-// LabTo16u).
-template <Order O, class Codes>
-PXK_INLINE void rgbToLab8uRow(const uint8_t* src, typename Codes::Sample* dst, int64_t width) {
-    constexpr int kR = O == Order::Rgb ? 0 : 2;
-    for (int64_t x = 0; x < width; ++x, src += 3, dst += 3) Codes::store(labOfRgb8u(src[kR], src[1], src[2 - kR]), dst);
+// One row of interleaved 8-bit BGR to 16-bit Lab codes: groups of four or eight pixels
+// by the vector form, the last short group padded (every column alike).
+PXK_INLINE void bgrToLab16uRow(const uint8_t* src, uint16_t* dst, int32_t width) {
+    convertWideRow<ToLab16uFrom8u, 3, 3>(src, dst, width);
 }
 
 // One row of three planes (R, G, B) to three planes (L, a, b), float or double. Float

@@ -44,6 +44,7 @@ using vec::V128;
 PXK_INLINE F128 load4(const uint16_t* p) { return quads::load4(p); }
 PXK_INLINE F128 load4(const int16_t* p) { return quads::load4Offset(p); }
 PXK_INLINE F128 load4(const float* p) { return quads::load4(p); }
+PXK_INLINE F128 load4(const uint8_t* p) { return quads::load4(p); }
 
 // Four pixels of Channels samples (3, or 4 with the fourth ignored), one vector a
 // channel.
