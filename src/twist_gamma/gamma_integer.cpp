@@ -78,29 +78,14 @@ void lookupRun(const T* src, T* dst, std::ptrdiff_t count, const Lookup<T, E>& l
 }
 
 // Pixels of `Channels` converted samples a stride apart, the samples beyond them not
-// converted (all 16u rows, and 8u AC4 rows). In the avx2 build, 8u pixels go eight at a time by byte shuffles, and
-// their fourth bytes are stored back as the destination held them (read and written
-// unchanged, as the frame's AC4 stores do); the rest sample by sample, the fourth
-// neither read nor written.
+// converted (all 16u rows, and 8u AC4 rows), sample by sample: the fourth sample of a
+// destination pixel is neither read nor written. (Looking 8u pixels up by byte
+// shuffles gains nothing here: their colour bytes must still be stored pixel by pixel
+// around the fourth.)
 template <class Layout, class T, class E>
 void lookupPixels(const T* src, T* dst, int32_t width, const Lookup<T, E>& lut) {
     const E* table = lut.table;  // a local: the byte stores could alias the member
-    int32_t x = 0;
-#if defined(PXKCC_TARGET_AVX2)
-    if constexpr (sizeof(T) == 1 && Layout::kStride == 4) {
-        if (lut.shuffles) {
-            using vec::V256;
-            const V256 fourth = vec::splat32<V256>(static_cast<int32_t>(0xFF000000u));
-            for (; x + 8 <= width; x += 8) {
-                const V256 s = vec::loadLanes<V256, 16>(src + std::ptrdiff_t{4} * x);
-                const V256 d = vec::loadLanes<V256, 16>(dst + std::ptrdiff_t{4} * x);
-                vec::storeLanes<V256, 16>(dst + std::ptrdiff_t{4} * x,
-                                          vec::blendBytes(lookup32(s, lut.shuffle), d, fourth));
-            }
-        }
-    }
-#endif
-    for (; x < width; ++x) {
+    for (int32_t x = 0; x < width; ++x) {
         const T* s = src + static_cast<std::ptrdiff_t>(x) * Layout::kStride;
         T* d = dst + static_cast<std::ptrdiff_t>(x) * Layout::kStride;
         PXK_UNROLL
@@ -120,7 +105,9 @@ PXK_INLINE void lookupRow(const T* src, T* dst, int32_t width, const Lookup<T, E
 template <class Layout, class T, class E>
 PxkResult lookupPacked(const T* src, int32_t srcStep, T* dst, int32_t dstStep, PxkSize size, const E* table) {
     PXK_CHECK(checkPacked(src, srcStep, dst, dstStep, size));
-    const Lookup<T, E> lut(table, std::ptrdiff_t{size.width} * Layout::kStride);
+    // Only rows whose every sample is converted take the shuffle table.
+    const std::ptrdiff_t run = Layout::kChannels == Layout::kStride ? std::ptrdiff_t{size.width} * Layout::kStride : 0;
+    const Lookup<T, E> lut(table, run);
     walkPacked(src, srcStep, dst, dstStep, size,
                [&lut](const T* s, T* d, int32_t width) { lookupRow<Layout>(s, d, width, lut); });
     return pxkOk;
