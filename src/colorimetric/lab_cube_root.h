@@ -180,16 +180,14 @@ PXK_INLINE void exponentColumn(V256 k, D256 out[2]) {
 }
 #endif
 
-template <class F>
-struct DoublesFor {
-    using type = D128;
-};
+// The double vector that holds half the lanes of a float vector (declarations only,
+// for DoublesOf).
+D128 doublesFor(F128);
 #if defined(PXKCC_TARGET_AVX2)
-template <>
-struct DoublesFor<F256> {
-    using type = D256;
-};
+D256 doublesFor(F256);
 #endif
+template <class F>
+using DoublesOf = decltype(doublesFor(F{}));
 
 // The short way of shortCubeRoot over double lanes: x, the row's inverse and root,
 // the exponent's root and m, each as in the scalar form.
@@ -239,7 +237,7 @@ PXK_INLINE F labCubeRootLanes(F v, F wanted) {
     const V exponentIndex = sub32(splat32<V>(127), srli32<23>(bits));
     const V mantissa = and_(bits, splat32<V>(0x7FFFFF));
     const V rows = srli32<17>(add32(mantissa, splat32<V>(0x10000)));
-    using D = typename cube_root::DoublesFor<F>::type;
+    using D = cube_root::DoublesOf<F>;
     D x[2], inverse[2], root[2], exponentRoot[2], m[2], r[2];
     cube_root::widen(floatsOf(bits), x);
     cube_root::rowColumn<0>(rows, inverse);

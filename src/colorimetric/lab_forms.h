@@ -187,7 +187,7 @@ PXK_INLINE F matrixRowLanes(int row, F r, F g, F b) {
 // double, all three limited to at most 1 (the least of 1 and v, NaN passed through).
 template <class F>
 PXK_INLINE Lab<F> labOfRgbLanes(F r, F g, F b) {
-    using D = typename cube_root::DoublesFor<F>::type;
+    using D = cube_root::DoublesOf<F>;
     const auto byWhite = [](F v, double white) PXK_LAMBDA_INLINE {
         D d[2];
         cube_root::widen(v, d);

@@ -11,7 +11,6 @@
 
 #include <cstdint>
 #include <cstring>
-#include <type_traits>
 
 #include "pxkcc.h"
 
@@ -101,9 +100,6 @@ PXK_INLINE void storeGroup(T* p, const Result& r, int32_t pixels = 4) {
 #if defined(PXKCC_TARGET_AVX2)
 using vec::F256;
 using vec::V256;
-PXK_INLINE F256 joinLanes(F128 lo, F128 hi) { return _mm256_insertf128_ps(_mm256_castps128_ps256(lo), hi, 1); }
-PXK_INLINE F128 lowLane(F256 v) { return _mm256_castps256_ps128(v); }
-PXK_INLINE F128 highLane(F256 v) { return _mm256_extractf128_ps(v, 1); }
 PXK_INLINE V128 lowLane(V256 v) { return _mm256_castsi256_si128(v); }
 PXK_INLINE V128 highLane(V256 v) { return _mm256_extracti128_si256(v, 1); }
 
@@ -121,18 +117,13 @@ PXK_INLINE Floats3<F256> loadGroups(const T* p) {
         return Floats3<F256>{{v[0], v[1], v[2]}};
     }
 }
-template <class W>
-PXK_INLINE auto laneOf(const W& r, bool high) {
-    using L = decltype(lowLane(r.c[0]));
-    using R = std::conditional_t<std::is_same_v<L, F128>, Floats3<F128>, Lanes3<V128>>;
-    R out;
-    for (int c = 0; c < 3; ++c) out.c[c] = high ? highLane(r.c[c]) : lowLane(r.c[c]);
-    return out;
-}
-template <int Channels, class T, class Result>
-PXK_INLINE void storeGroups(T* p, const Result& r) {
-    storeGroup<Channels>(p, laneOf(r, false));
-    storeGroup<Channels>(p + 4 * Channels, laneOf(r, true));
+// Integer results: each 128-bit lane as a group of four pixels.
+template <int Channels, class T>
+PXK_INLINE void storeGroups(T* p, const Lanes3<V256>& r) {
+    const Lanes3<V128> lo{{lowLane(r.c[0]), lowLane(r.c[1]), lowLane(r.c[2])}};
+    const Lanes3<V128> hi{{highLane(r.c[0]), highLane(r.c[1]), highLane(r.c[2])}};
+    storeGroup<Channels>(p, lo);
+    storeGroup<Channels>(p + 4 * Channels, hi);
 }
 // Float results: whole vectors; AC4 destinations' fourth floats are not written.
 template <int Channels>
